@@ -69,17 +69,14 @@ bool split_address(TextView text, Address &address) {
 uint32_t ParseNameAndAddress(const char *pText, char **ppDisplayName, char **ppAddress) {
     mms::Address split;
     const bool whole = mms::split_address(mms::view_of(pText), split);
-    if (split.has_display_name) {
-        mms::OwnedText name = mms::copy_text(split.display_name);
-        if (!name) {
-            return 0;
-        }
+    // The text may be one of those that are replaced, so both copies are taken first.
+    mms::OwnedText name = split.has_display_name ? mms::copy_text(split.display_name) : nullptr;
+    mms::OwnedText address = whole ? mms::copy_text(split.address) : nullptr;
+    if (name) {
         mms::replace(ppDisplayName, std::move(name));
-    }
-    if (!whole) {
+    } else if (split.has_display_name) {
         return 0;
     }
-    mms::OwnedText address = mms::copy_text(split.address);
     if (!address) {
         return 0;
     }

@@ -48,14 +48,19 @@ MMS_Status read_encoded_string(Reader &in, const char *&charset, TextView &text)
 }
 
 MMS_Status read_encoded_string(Reader &in, OwnedEncodedString &string) {
+    Reader at = in;
     const char *charset = nullptr;
     TextView text;
-    const MMS_Status status = read_encoded_string(in, charset, text);
+    const MMS_Status status = read_encoded_string(at, charset, text);
     if (failed(status)) {
         return status;
     }
     string = make_encoded_string(text, charset);
-    return string ? MMS_STATUS_OK : MMS_STATUS_NO_ROOM;
+    if (!string) {
+        return MMS_STATUS_NO_ROOM;
+    }
+    in = at;
+    return MMS_STATUS_OK;
 }
 
 void write_encoded_string(Writer &out, const char *charset, std::span<const TextView> pieces) {

@@ -100,14 +100,19 @@ MMS_Status read_mms_text(Reader &in, uint8_t header_code, OwnedText &text) {
     if (header_code == 0) {
         return MMS_STATUS_MISSING;
     }
+    Reader at = in;
     TextView read;
-    MMS_Status status = read_text(in, read);
+    MMS_Status status = read_text(at, read);
     if (status == MMS_STATUS_WRONG_FORM && header_code == message_class_code) {
         uint8_t token = 0;
-        status = read_octet(in, first_class, last_class, token);
+        status = read_octet(at, first_class, last_class, token);
         read = view_of(MMS_SearchMapForString(MMS_MESSAGE_CLASS_MAP, token));
     }
-    return copy_read(status, read, text);
+    status = copy_read(status, read, text);
+    if (!failed(status)) {
+        in = at;
+    }
+    return status;
 }
 
 MMS_Status read_special_time(Reader &in, OwnedSpecialTime &time) {

@@ -9,7 +9,7 @@ namespace mms {
 namespace {
 
 // Well-known parameters whose values have forms of their own.
-enum Token : uint32_t {
+enum Token : uint8_t {
     token_charset = 1,
     token_name = 5,
     token_filename = 6,
@@ -17,7 +17,7 @@ enum Token : uint32_t {
     token_type = 9,
 };
 
-constexpr uint32_t no_token = UINT32_MAX;
+constexpr uint8_t no_token = UINT8_MAX; // the name is a text
 constexpr uint32_t utf_8_number = 106;
 constexpr size_t longest_application_id = 32;
 
@@ -47,7 +47,7 @@ OwnedText decimal_text(uint32_t number) {
     return copy_text(digits, static_cast<size_t>(end - digits));
 }
 
-MMS_Status keep_number(uint32_t token, uint32_t number, ReadParameter &parameter) {
+MMS_Status keep_number(uint8_t token, uint32_t number, ReadParameter &parameter) {
     if (token == token_charset) {
         parameter.known_value = MMS_SearchMapForText(CHAR_SET_MAP, static_cast<uint16_t>(number));
         if (parameter.known_value == nullptr) {
@@ -66,7 +66,7 @@ MMS_Status keep_number(uint32_t token, uint32_t number, ReadParameter &parameter
     return parameter.value ? MMS_STATUS_OK : MMS_STATUS_NO_ROOM;
 }
 
-MMS_Status read_parameter_value(Reader &in, uint32_t token, ReadParameter &parameter) {
+MMS_Status read_parameter_value(Reader &in, uint8_t token, ReadParameter &parameter) {
     if (!in.empty() && in.front() == 0) {
         in.skip(1);
         return MMS_STATUS_OK;
@@ -91,10 +91,11 @@ MMS_Status read_parameter_value(Reader &in, uint32_t token, ReadParameter &param
 }
 
 MMS_Status read_from(Reader &in, ReadParameter &parameter) {
-    uint32_t token = no_token;
-    if (read_integer(in, token) == MMS_STATUS_OK) {
-        parameter.known_name =
-            MMS_SearchMapForString(WSP_PARAMETER_MAP, static_cast<uint8_t>(token));
+    uint8_t token = no_token;
+    uint32_t number = 0;
+    if (read_integer(in, number) == MMS_STATUS_OK) {
+        token = static_cast<uint8_t>(number);
+        parameter.known_name = MMS_SearchMapForString(WSP_PARAMETER_MAP, token);
         if (parameter.known_name == nullptr) {
             return skip_field(in);
         }
@@ -112,7 +113,7 @@ uint16_t charset_number(const char *name) {
     return known ? number : utf_8_number;
 }
 
-void write_text_value(Writer &out, uint32_t token, const char *value, const char *charset) {
+void write_text_value(Writer &out, uint8_t token, const char *value, const char *charset) {
     const bool file_name = token == token_name || token == token_filename;
     if (file_name && StrCaseCmp(charset, MMS_CHARSET_UTF_8) == 0 && isASCII(value) == 0) {
         write_encoded_word(out, value, charset);
@@ -121,7 +122,7 @@ void write_text_value(Writer &out, uint32_t token, const char *value, const char
     }
 }
 
-void write_known(Writer &out, uint32_t token, const char *value, const char *charset) {
+void write_known(Writer &out, uint8_t token, const char *value, const char *charset) {
     write_integer(out, token);
     if (value == nullptr) {
         out.octet(0);

@@ -37,9 +37,10 @@ MMSLIB_API void AdvanceCursor(MMS_Decoder *pDecoder, uint32_t count);
  * Headers without a value codec, application headers, From headers beyond 1500 and recipients
  * beyond 1500 are passed over.
  *
- * Returns MMS_STATUS_OK; MMS_STATUS_NO_ROOM when a value runs past the PDU, for an empty PDU and
- * without memory; MMS_STATUS_MALFORMED when a value does not fill its field; MMS_STATUS_WRONG_FORM
- * for octets that begin no header or value.
+ * Returns MMS_STATUS_OK; MMS_STATUS_NO_ROOM when a value runs past the PDU or the address of a From
+ * past its value, and for an empty PDU; MMS_STATUS_MALFORMED when a value does not fill its field;
+ * MMS_STATUS_WRONG_FORM for octets that begin no header or value; one of the first two without
+ * memory.
  */
 MMSLIB_API uint32_t DecodeMmsHeaders(MMS_Decoder *pDecoder);
 
@@ -62,10 +63,11 @@ MMSLIB_API uint32_t DecodeMultipartEntity(MMS_Decoder *pDecoder, MMS_Entity **pp
 /**
  * Decodes the entity headers that fill the next `length` octets into the entity.
  *
- * Returns MMS_STATUS_OK; MMS_STATUS_MALFORMED for a length of 0, for a value that cannot be
- * measured, and for a text-named header whose value is not of its form or does not fill its field;
- * MMS_STATUS_NO_ROOM when a value runs past the block, or without memory; MMS_STATUS_REFUSED when
- * the entity's field list is full; MMS_STATUS_WRONG_FORM for octets that begin no header.
+ * Returns MMS_STATUS_OK; MMS_STATUS_MALFORMED for a length of 0, for the value of a stored header
+ * that cannot be measured, and for a text-named header whose value is not of its form or does not
+ * fill its field; MMS_STATUS_NO_ROOM when a value runs past the block, or without memory;
+ * MMS_STATUS_REFUSED when the entity's field list is full; MMS_STATUS_WRONG_FORM for octets that
+ * begin no header, and when the value of a header that is passed over cannot be measured.
  */
 MMSLIB_API uint32_t DecodeWspHeaders(MMS_Decoder *pDecoder, uint32_t length, MMS_Entity *pEntity);
 

@@ -89,7 +89,7 @@ MMS_Status decode_value(MMS_Decoder &session, MMS_Entity &entity, const Header &
         return MMS_STATUS_MALFORMED;
     }
     if (failed(status)) {
-        // A version out of range consumes its field, and is dropped; so does a failing allocation.
+        // Only a version out of range consumes its field all the same: the header is dropped.
         return concerns_value_alone(status) ? MMS_STATUS_OK : status;
     }
     if (!field.store_in(entity)) {
@@ -99,20 +99,23 @@ MMS_Status decode_value(MMS_Decoder &session, MMS_Entity &entity, const Header &
     return MMS_STATUS_OK;
 }
 
-MMS_Status store_address(MMS_Entity &entity, FieldId id, OwnedMailbox mailbox) {
-    auto *group = static_cast<MMS_Group *>(find_value(&entity, id));
-    if (group == nullptr) {
-        OwnedGroup created(MMS_Group_Create());
-        group = created.get();
-        if (!set_owned(&entity, id, std::move(created))) {
-            return MMS_STATUS_NO_ROOM;
-        }
-    }
-    if (MMS_AddMailbox(group, mailbox.get()) == 0) {
-        return MMS_STATUS_NO_ROOM;
+bool add_mailbox(MMS_Group &group, OwnedMailbox mailbox) {
+    if (!mailbox || MMS_AddMailbox(&group, mailbox.get()) == 0) {
+        return false;
     }
     static_cast<void>(mailbox.release());
-    return MMS_STATUS_OK;
+    return true;
+}
+
+// Adds the address to the group that the header has, or stores it in a new group.
+bool store_address(MMS_Entity &entity, FieldId id, OwnedMailbox mailbox) {
+    auto *group = static_cast<MMS_Group *>(find_value(&entity, id));
+    if (group != nullptr) {
+        return add_mailbox(*group, std::move(mailbox));
+    }
+    OwnedGroup created(MMS_Group_Create());
+    return created && add_mailbox(*created, std::move(mailbox)) &&
+           set_owned(&entity, id, std::move(created));
 }
 
 // Counts an address header; false beyond the limit, where the count stays.
@@ -131,23 +134,29 @@ MMS_Status decode_address(MMS_Decoder &session, MMS_Entity &entity, const Header
         return status;
     }
     Reader value = rest_of(session).first(length);
-    AdvanceCursor(&session, length);
     if (!count_address(sender ? session.fromCount : session.recipientCount)) {
+        AdvanceCursor(&session, length);
         return MMS_STATUS_OK;
     }
     OwnedMailbox mailbox;
     status = sender ? read_sender(value, mailbox) : read_recipient(value, mailbox);
-    if (sender && failed(status)) {
-        return concerns_value_alone(status) ? MMS_STATUS_OK : status;
+    if (sender) {
+        AdvanceCursor(&session, length);
+        if (failed(status)) {
+            return concerns_value_alone(status) ? MMS_STATUS_OK : status;
+        }
     }
     if (!value.empty()) {
         return MMS_STATUS_MALFORMED;
     }
-    status = store_address(entity, header.id, std::move(mailbox));
-    if (!failed(status)) {
-        session.keep = 1;
+    if (!sender) {
+        AdvanceCursor(&session, length);
     }
-    return status;
+    if (!store_address(entity, header.id, std::move(mailbox))) {
+        return MMS_STATUS_NO_ROOM;
+    }
+    session.keep = 1;
+    return MMS_STATUS_OK;
 }
 
 MMS_Status skip_value(MMS_Decoder &session) {

@@ -246,6 +246,9 @@ bool needs_sender(const MMS_Container &container, uint32_t message_type) {
 
 void write_other_headers(Writer &out, const MMS_Entity &entity, uint32_t message_type) {
     for (const MMS_Field *field : Fields(entity.pFieldList)) {
+        if (!out.ok()) {
+            return;
+        }
         const bool left_out = message_type == m_send_req && holds_default(*field);
         if (!left_out && !has_its_own_place(id_of(field), message_type)) {
             write_mms_header(out, *field);

@@ -87,54 +87,44 @@ TEST(MmsHeaders, EveryCode) {
 TEST(MmsHeaders, DropsAndFailures) {
     const Octets type = {0x8C, 0x82};
     const std::string stored = "X-Mms-Message-Type=130";
-    const auto drops = [&](const Octets &header) { expect_block(header + type, 1, stored); };
+    const auto dropped = [&](const std::vector<Octets> &headers) {
+        for (const Octets &header : headers) {
+            expect_block(header + type, 1, stored);
+        }
+    };
+    const auto fail = [&](const std::vector<DecodeRow> &rows) {
+        for (const DecodeRow &row : rows) {
+            expect_block(type + row.input + Octets{0x8D, 0x92}, row.status, stored);
+        }
+    };
     expect_block({}, 2, "");
     // Passed over: codes without a codec, headers that are given by name.
-    drops({0xB0, 3, 1, 2, 3});
-    drops(Octets{0xFF, 0x1F, 40} + Octets(40));
-    drops(Octets{0x9A} + text("retrieve text"));
-    drops(text("X-Foo") + text("bar"));
-    drops(text("X-Foo") + Octets{0x85});
-    drops(text("X-Foo") + Octets{3, 0x8C, 0x80, 0});
-    drops(text("X-Mms-Priority") + Octets{0x80});
-    drops(text("\x7F\xE9") + text("x"));
-    drops(text("") + text(""));
+    dropped({Octets{0xB0, 3, 1, 2, 3}, Octets{0xFF, 0x1F, 40} + Octets(40),
+             Octets{0x9A} + text("retrieve text"), text("X-Foo") + text("bar"),
+             text("X-Foo") + Octets{0x85}, text("X-Foo") + Octets{3, 0x8C, 0x80, 0},
+             text("X-Mms-Priority") + Octets{0x80}, text("\x7F\xE9") + text("x"),
+             text("") + text("")});
     // Dropped: senders to be inserted, of no address, of an unclosed address, of no form.
-    drops({0x89, 1, 0x81});
-    drops({0x89, 0});
-    drops({0x89, 6, 0x80, '<', 'a', 'b', 'c', 0});
-    drops({0x89, 3, 0x81, 'a', 0});
-    drops(Octets{0x89} + sized(Octets{0x80} + text(std::string(321, '1'))));
-
-    // What comes before a failure stays.
-    for (const DecodeRow &row : {bad(2, {0x98, 'a'}),
-                                 bad(2, {0xB0, 5, 1, 2}),
-                                 bad(2, {'X', 'a'}),
-                                 bad(2, text("X-Foo") + Octets{5, 1, 2}),
-                                 bad(2, {0x89, 1, 0x80}),
-                                 bad(2, {0x89, 3, 0x80, 'a', 'b'}),
-                                 bad(2, {0x89, 0x1F, 0x8F, 0xFF, 0xFF, 0xFF, 0x7F, 0x80, 'a', 0}),
-                                 bad(6, {0x01, 'a', 0}),
-                                 bad(6, {0x1F, 'a', 0}),
-                                 bad(6, {0xB0, 0x1F, 0x90, 0x80, 0x80, 0x80, 0}),
-                                 bad(6, {0x98, 0x1F, 0x90, 0x80, 0x80, 0x80, 0}),
-                                 bad(6, {0x89, 0x1F, 0x90, 0x80, 0x80, 0x80, 0}),
-                                 bad(6, text("X-Foo") + Octets{0x1F, 0x90, 0x80, 0x80, 0x80, 0}),
-                                 bad(3, {0x89, 4, 0x80, 'a', 0, 0}),
-                                 bad(3, {0x97, 5, 0xEA, 'a', 0, 0, 0}),
-                                 bad(3, Octets{0x97} + text("<abc")),
-                                 bad(3, Octets{0x97} + text(std::string(321, '1'))),
-                                 bad(3, {0x8F, 0x85}),
-                                 bad(3, {0x88, 4, 0x81, 1, 5, 0}),
-                                 bad(3, {0x87, 2, 0x81, 0x85}),
-                                 bad(3, {0x85, 5, 0, 0, 0, 0, 1}),
-                                 bad(3, {0x8A, 0x84}),
-                                 bad(3, {0x96, 4, 0xEA, 'H', 'i', 'x'}),
-                                 bad(3, {0x84, 2, 0x83, 0x81}),
-                                 bad(3, {0x84, 1, 0x1F}),
-                                 bad(2, {0x84, 9, 0x83, 0x81})}) {
-        expect_block(type + row.input + Octets{0x8D, 0x92}, row.status, stored);
-    }
+    dropped({Octets{0x89, 1, 0x81}, Octets{0x89, 0}, Octets{0x89, 6, 0x80, '<', 'a', 'b', 'c', 0},
+             Octets{0x89, 3, 0x81, 'a', 0},
+             Octets{0x89} + sized(Octets{0x80} + text(std::string(321, '1')))});
+    // What comes before a failure stays. Values that end too early, or with the next header:
+    fail({bad(2, {0x98, 'a'}), bad(2, {0xB0, 5, 1, 2}), bad(2, {'X', 'a'}),
+          bad(2, text("X-Foo") + Octets{5, 1, 2}), bad(2, {0x89, 1, 0x80}),
+          bad(2, {0x89, 3, 0x80, 'a', 'b'}), bad(2, {0x84, 9, 0x83, 0x81}),
+          bad(2, {0x89, 0x1F, 0x8F, 0xFF, 0xFF, 0xFF, 0x7F, 0x80, 'a', 0})});
+    // Names of no form, values that cannot be measured.
+    const Octets malformed = {0x1F, 0x90, 0x80, 0x80, 0x80, 0};
+    fail({bad(6, {0x01, 'a', 0}), bad(6, {0x1F, 'a', 0}), bad(6, Octets{0xB0} + malformed),
+          bad(6, Octets{0x98} + malformed), bad(6, Octets{0x89} + malformed),
+          bad(6, text("X-Foo") + malformed)});
+    // Values that do not fill their field: an octet too many, or nothing that can be read.
+    fail({bad(3, {0x89, 4, 0x80, 'a', 0, 0}), bad(3, {0x97, 5, 0xEA, 'a', 0, 0, 0}),
+          bad(3, Octets{0x97} + text("<abc")), bad(3, Octets{0x97} + text(std::string(321, '1'))),
+          bad(3, {0x8F, 0x85}), bad(3, {0x88, 4, 0x81, 1, 5, 0}), bad(3, {0x87, 2, 0x81, 0x85}),
+          bad(3, {0x85, 5, 0, 0, 0, 0, 1}), bad(3, {0x8A, 0x84}),
+          bad(3, {0x96, 4, 0xEA, 'H', 'i', 'x'}), bad(3, {0x84, 2, 0x83, 0x81}),
+          bad(3, {0x84, 1, 0x1F})});
 }
 
 TEST(MmsHeaders, Repeated) {

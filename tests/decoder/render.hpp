@@ -1,6 +1,8 @@
 // Decoded messages as texts, which reads all of what they hold, and the pieces of a multipart body.
 #pragma once
 
+#include <set>
+
 #include "codec/checks.hpp"
 
 namespace test {
@@ -89,6 +91,21 @@ inline std::string shown(const MMS_Container *container) {
     std::string all;
     for (uint32_t i = 0; i < MMS_GetEntityCount(container); ++i) {
         all += "(" + shown(MMS_GetEntity(container, i)) + ")";
+    }
+    return all;
+}
+
+// The fields and bodies of what `shown` gives, whatever their order.
+inline std::multiset<std::string> pieces(const std::string &shown) {
+    std::multiset<std::string> all;
+    std::string piece;
+    for (const char c : shown + ",") {
+        if (c == ',' || c == '(' || c == ')' || c == '#') {
+            all.insert(piece);
+            piece.clear();
+        } else {
+            piece += c;
+        }
     }
     return all;
 }

@@ -459,6 +459,8 @@ private:
         if (form != nullptr && counts(*form)) {
             const Outcome outcome = form->check(field);
             if (outcome.consumed != length) {
+                // The decoder stays in front of a recipient that it refuses.
+                at_ -= form->check == check_recipient ? length : 0;
                 fail_value(subject, *form, field, outcome);
             }
         }
