@@ -186,17 +186,14 @@ MMS_Status read_content_type(Reader &in, OwnedContentType &content_type) {
 
 MMS_Status read_disposition(Reader &in, OwnedDisposition &disposition) {
     Reader at = in;
-    uint32_t length = 0;
-    MMS_Status status = read_value_length(at, length);
+    Reader value = in;
+    MMS_Status status = read_sized(at, value);
     if (failed(status)) {
         return status;
     }
-    if (length > at.left()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    status = read_disposition_value(at.first(length), disposition);
+    status = read_disposition_value(value, disposition);
     if (!failed(status)) {
-        at.skip(length);
+        at.skip(value.left());
         in = at;
     }
     return status;
@@ -232,20 +229,13 @@ void write_disposition(Writer &out, const MMS_ContentDisposition &disposition) {
         MMS_STATUS_OK) {
         token = disposition_attachment;
     }
-    const auto write_value = [&](Writer &value) {
+    write_sized(out, [&](Writer &value) {
         value.octet(token);
         if (disposition.pFilename != nullptr) {
             write_parameter(value, MMS_FILENAME_STRING, disposition.pFilename,
                             disposition.pCharset);
         }
-    };
-    const Size size = size_of(write_value);
-    if (failed(size.status)) {
-        out.fail(size.status);
-        return;
-    }
-    write_value_length(out, size.octets);
-    write_value(out);
+    });
 }
 
 } // namespace mms

@@ -19,15 +19,12 @@ MMS_Status read_encoded_string(Reader &in, const char *&charset, TextView &text)
         return status;
     }
     Reader at = in;
-    uint32_t length = 0;
-    status = read_value_length(at, length);
+    Reader value = in;
+    status = read_sized(at, value);
     if (failed(status)) {
         return status;
     }
-    if (length > at.left()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    const Reader value = at;
+    const Reader start = at;
     uint32_t number = 0;
     status = read_integer(at, number);
     if (failed(status)) {
@@ -38,7 +35,7 @@ MMS_Status read_encoded_string(Reader &in, const char *&charset, TextView &text)
     if (failed(status)) {
         return status;
     }
-    if (at.consumed_since(value) != length) {
+    if (at.consumed_since(start) != value.left()) {
         return MMS_STATUS_NO_ROOM;
     }
     charset = charset_name(number);
@@ -73,17 +70,10 @@ void write_encoded_string(Writer &out, const char *charset, std::span<const Text
         out.fail(MMS_STATUS_MISSING);
         return;
     }
-    const auto write_value = [&](Writer &value) {
+    write_sized(out, [&](Writer &value) {
         write_integer(value, number);
         write_text(value, pieces);
-    };
-    const Size size = size_of(write_value);
-    if (failed(size.status)) {
-        out.fail(size.status);
-        return;
-    }
-    write_value_length(out, size.octets);
-    write_value(out);
+    });
 }
 
 } // namespace mms

@@ -117,16 +117,12 @@ MMS_Status read_mms_text(Reader &in, uint8_t header_code, OwnedText &text) {
 
 MMS_Status read_special_time(Reader &in, OwnedSpecialTime &time) {
     Reader at = in;
-    uint32_t length = 0;
-    MMS_Status status = read_value_length(at, length);
+    Reader value = in;
+    MMS_Status status = read_sized(at, value);
     if (failed(status)) {
         return status;
     }
-    if (length > at.left()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    const Reader start = at.first(length);
-    Reader value = start;
+    const Reader start = value;
     uint8_t token = 0;
     status = read_octet(value, token_absolute, token_relative, token);
     if (failed(status)) {
@@ -191,12 +187,10 @@ void write_mms_text(Writer &out, uint8_t header_code, const char *text) {
 }
 
 void write_special_time(Writer &out, const MMS_SpecialTime &time) {
-    const auto write_value = [&](Writer &value) {
+    write_sized(out, [&](Writer &value) {
         value.octet(time.token == token_absolute ? token_absolute : token_relative);
         write_long_integer(value, time.value);
-    };
-    write_value_length(out, size_of(write_value).octets);
-    write_value(out);
+    });
 }
 
 void write_content_duration(Writer &out, uint32_t seconds) {

@@ -153,6 +153,21 @@ MMS_Status read_value_length(Reader &in, uint32_t &value) {
     return status;
 }
 
+MMS_Status read_sized(Reader &in, Reader &value) {
+    Reader at = in;
+    uint32_t length = 0;
+    const MMS_Status status = read_value_length(at, length);
+    if (failed(status)) {
+        return status;
+    }
+    if (length > at.left()) {
+        return MMS_STATUS_NO_ROOM;
+    }
+    value = at.first(length);
+    in = at;
+    return MMS_STATUS_OK;
+}
+
 MMS_Status read_text(Reader &in, TextView &text) {
     Reader start = in;
     while (!start.empty() && is_line_white(start.front())) {

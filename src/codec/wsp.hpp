@@ -21,6 +21,8 @@ MMS_Status read_long_integer(Reader &in, uint32_t &value);
 MMS_Status read_integer(Reader &in, uint32_t &value);
 MMS_Status read_uintvar(Reader &in, uint32_t &value);
 MMS_Status read_value_length(Reader &in, uint32_t &value);
+// A Value-length and the Reader of as many octets, which must be there; `in` then stands at them.
+MMS_Status read_sized(Reader &in, Reader &value);
 // The text stays where it is, a zero octet behind it, which the Reader covers.
 MMS_Status read_text(Reader &in, TextView &text);
 MMS_Status read_quoted(Reader &in, TextView &text);
@@ -39,6 +41,17 @@ void write_integer(Writer &out, uint32_t value);
 void write_uintvar(Writer &out, uint32_t value);
 // A length above 32 bits fails.
 void write_value_length(Writer &out, uint64_t value);
+// What `write_value` writes, with its Value-length in front.
+template <typename Write>
+void write_sized(Writer &out, Write write_value) {
+    const Size size = size_of(write_value);
+    if (size.status != MMS_STATUS_OK) {
+        out.fail(size.status);
+        return;
+    }
+    write_value_length(out, size.octets);
+    write_value(out);
+}
 // The pieces make up one text.
 void write_text(Writer &out, std::span<const TextView> pieces);
 // Null counts as empty.

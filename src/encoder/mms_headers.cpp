@@ -270,17 +270,10 @@ void write_mailbox(Writer &out, const MMS_Mailbox &mailbox) {
 }
 
 void write_sender(Writer &out, const MMS_Mailbox &mailbox) {
-    const auto write_value = [&](Writer &value) {
+    write_sized(out, [&](Writer &value) {
         value.octet(address_present);
         write_mailbox(value, mailbox);
-    };
-    const Size size = size_of(write_value);
-    if (failed(size.status)) {
-        out.fail(size.status);
-        return;
-    }
-    write_value_length(out, size.octets);
-    write_value(out);
+    });
 }
 
 } // namespace
