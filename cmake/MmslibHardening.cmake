@@ -1,7 +1,8 @@
 # mmslib_enable_hardening(<target>): compile and link options that make faults harder to exploit.
 
 function(mmslib_enable_hardening target)
-    target_compile_options(${target} PRIVATE -fstack-protector-strong)
+    # With immediate binding, calls go through the table of addresses without a stub in between.
+    target_compile_options(${target} PRIVATE -fstack-protector-strong -fno-plt)
     target_link_options(${target} PRIVATE
         LINKER:-z,relro,-z,now
         LINKER:-z,noexecstack)

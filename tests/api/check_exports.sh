@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# check_exports.sh [--skip-needed] <shared library> <version script>
+# check_exports.sh [--skip-needed] <shared library> <version script> [compile database]
 #
 # Checks that the library exports the names in the version script, no more and no fewer, that it
-# needs the C library only (unless told to skip that), and that it is linked with full RELRO and a
-# stack that is not executable.
+# needs the C library only (unless told to skip that), and that it is hardened: linked with full
+# RELRO and a stack that is not executable, with stack protectors, and, when the compile database is
+# given, compiled with fortified functions. (No call of the library is one that fortification
+# changes, so that this does not show in the file.)
 set -euo pipefail
 export LC_ALL=C
 
@@ -12,12 +14,13 @@ if [[ ${1-} == --skip-needed ]]; then
     check_needed=no
     shift
 fi
-if [[ $# -ne 2 ]]; then
-    echo "usage: check_exports.sh [--skip-needed] <shared library> <version script>" >&2
+if [[ $# -ne 2 && $# -ne 3 ]]; then
+    echo "usage: check_exports.sh [--skip-needed] <shared library> <version script> [database]" >&2
     exit 2
 fi
 library=$1
 map=$2
+database=${3-}
 
 failures=0
 fail() {
@@ -91,6 +94,16 @@ fi
 stack=$(awk '$1 == "GNU_STACK" { print $(NF - 1) }' <<<"$segments")
 if [[ $stack != RW ]]; then
     fail "stack segment flags are '$stack', not 'RW'"
+fi
+if ! nm -D --undefined-only "$library" | grep -q '__stack_chk_fail'; then
+    fail "compiled without stack protectors"
+fi
+if [[ -n $database ]]; then
+    sources=$(grep '"command":' "$database" | grep -c 'mmslib_objects')
+    fortified=$(grep '"command":' "$database" | grep 'mmslib_objects' | grep -c 'D_FORTIFY_SOURCE=2')
+    if [[ $sources -eq 0 || $fortified -ne $sources ]]; then
+        fail "$fortified of $sources sources are compiled with fortified functions"
+    fi
 fi
 
 if [[ $failures -ne 0 ]]; then
