@@ -1,8 +1,8 @@
 #include "diagnose.hpp"
 
 #include "text_output.hpp"
+#include "wording.hpp"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -19,21 +19,7 @@ struct Fault {
     size_t stop; // where the library's cursor is then
 };
 
-std::string at_offset(size_t offset) {
-    char text[64];
-    static_cast<void>(std::snprintf(text, sizeof text, "at offset %zu (0x%zX)", offset, offset));
-    return text;
-}
-
-std::string octet_name(uint8_t octet) {
-    char text[8];
-    static_cast<void>(std::snprintf(text, sizeof text, "0x%02X", octet));
-    return text;
-}
-
-std::string octet_count(uint64_t count) {
-    return std::to_string(count) + (count == 1 ? " octet" : " octets");
-}
+std::string octet_count(uint64_t count) { return counted(count, "octet"); }
 
 struct FreeText {
     void operator()(char *text) const { std::free(text); }
@@ -149,7 +135,7 @@ Outcome check_sender(const Value &value) {
     // passed over.
     const bool dropped =
         outcome.status == MMS_STATUS_WRONG_FORM || outcome.status == MMS_STATUS_OUT_OF_RANGE;
-    return dropped ? Outcome{MMS_STATUS_OK, value.length} : outcome;
+    return dropped ? Outcome{outcome.status, value.length} : outcome;
 }
 
 Outcome check_content_type(const Value &value) {
@@ -227,11 +213,6 @@ const Form *find_form(std::span<const CodeForm> forms, uint8_t code) {
     return nullptr;
 }
 
-std::string header_name(const MMS_MapEntry *map, uint8_t code) {
-    const char *name = MMS_SearchMapForString(map, code);
-    return name != nullptr ? name : "header " + octet_name(static_cast<uint8_t>(code | 0x80U));
-}
-
 // The octets that an enumerated header accepts, as runs.
 std::string accepted_octets(uint8_t code) {
     const auto accepts = [code](uint32_t octet) {
@@ -247,9 +228,9 @@ std::string accepted_octets(uint8_t code) {
         while (accepts(high + 1)) {
             ++high;
         }
-        runs += (runs.empty() ? "" : ", ") + octet_name(static_cast<uint8_t>(low));
+        runs += (runs.empty() ? "" : ", ") + octet_name(low);
         if (high != low) {
-            runs += " to " + octet_name(static_cast<uint8_t>(high));
+            runs += " to " + octet_name(high);
         }
         low = high;
     }
@@ -328,6 +309,11 @@ public:
             last = mms_header(whole);
         }
         if (!multipart_) {
+            const uint32_t body = at_;
+            at_ = size_;
+            if (body != size_) {
+                record(ItemKind::data, body);
+            }
             return;
         }
         multipart("", 0);
@@ -342,6 +328,8 @@ public:
 
     // The headers seen.
     [[nodiscard]] const HeaderCodes &present() const { return present_; }
+    // What was passed.
+    Layout &layout() { return layout_; }
 
 private:
     static constexpr uint32_t deepest_nesting = 250;
@@ -351,6 +339,13 @@ private:
         uint32_t end;
         std::string name;
     };
+
+    // What stands between `begin` and the cursor.
+    void record(ItemKind kind, uint32_t begin, uint8_t code = 0, bool kept = true) {
+        if (layout_.items.size() < most_items) {
+            layout_.items.push_back({begin, at_, part_, kind, code, kept});
+        }
+    }
 
     [[noreturn]] void fail(std::string what) const { throw Fault{std::move(what), at_}; }
 
@@ -395,7 +390,7 @@ private:
         }
     }
 
-    uint32_t uintvar(const std::string &subject) {
+    uint32_t uintvar(const std::string &subject, ItemKind kind) {
         expect_more(subject, {size_, "the PDU"});
         uint32_t number = 0;
         uint32_t consumed = 0;
@@ -406,6 +401,7 @@ private:
                                                : " is no Uintvar of 32 bits"));
         }
         at_ += consumed;
+        record(kind, at_ - consumed);
         return number;
     }
 
@@ -448,6 +444,7 @@ private:
             application_header(bound);
             return false;
         }
+        const uint32_t begin = at_;
         const auto code = static_cast<uint8_t>(octet() & 0x7FU);
         ++at_;
         present_.set(code);
@@ -456,6 +453,7 @@ private:
         const Value field = value(length, code);
         at_ += length;
         const Form *form = find_form(mms_forms, code);
+        bool kept = false;
         if (form != nullptr && counts(*form)) {
             const Outcome outcome = form->check(field);
             if (outcome.consumed != length) {
@@ -463,7 +461,9 @@ private:
                 at_ -= form->check == check_recipient ? length : 0;
                 fail_value(subject, *form, field, outcome);
             }
+            kept = outcome.status == MMS_STATUS_OK;
         }
+        record(ItemKind::header, begin, code, kept);
         multipart_ = code == content_type_code && is_multipart(field);
         return code == content_type_code;
     }
@@ -478,8 +478,10 @@ private:
     }
 
     void application_header(const Bound &bound) {
+        const uint32_t begin = at_;
         const OwnedText name = text_name(bound);
         at_ += measure("the value of " + printable_name(name.get()), bound);
+        record(ItemKind::named_header, begin, 0, false);
     }
 
     // The name of a header that is given as text.
@@ -500,12 +502,6 @@ private:
         return name;
     }
 
-    static std::string printable_name(std::string_view name) {
-        constexpr size_t most_shown = 60;
-        const std::string shown = TextPrinter(false).text(name.substr(0, most_shown));
-        return "\"" + shown + (name.size() > most_shown ? "\"..." : "\"");
-    }
-
     static bool is_multipart(const Value &field) {
         MMS_ContentType *type = nullptr;
         uint32_t consumed = 0;
@@ -520,7 +516,7 @@ private:
     void multipart(const std::string &prefix, uint32_t depth) {
         const std::string whose =
             prefix.empty() ? "" : " of part " + prefix.substr(0, prefix.size() - 1);
-        const uint32_t count = uintvar("the number of parts" + whose);
+        const uint32_t count = uintvar("the number of parts" + whose, ItemKind::part_count);
         for (uint32_t number = 1; number <= count && number != 0; ++number) {
             part(prefix + std::to_string(number), depth);
         }
@@ -533,11 +529,20 @@ private:
                  std::to_string(most_parts) + " parts that are decoded");
         }
         ++parts_;
-        const uint32_t headers_length = uintvar("the headers length of part " + number);
-        const uint32_t data_length = uintvar("the data length of part " + number);
+        layout_.parts.push_back(number);
+        part_ = static_cast<uint16_t>(parts_);
+        const uint32_t headers_length =
+            uintvar("the headers length of part " + number, ItemKind::headers_length);
+        const size_t length_item = layout_.items.size();
+        const uint32_t data_length =
+            uintvar("the data length of part " + number, ItemKind::data_length);
         const bool nested = part_headers(number, headers_length);
         if (nested && depth < deepest_nesting) {
+            const uint32_t start = at_;
             multipart(number + ".", depth + 1);
+            if (at_ - start != data_length && length_item < layout_.items.size()) {
+                layout_.items[length_item].kept = false;
+            }
             return;
         }
         if (nested && too_deep_.empty()) {
@@ -553,6 +558,7 @@ private:
                  octet_count(length) + " left)");
         }
         at_ += length;
+        record(ItemKind::data, at_ - length);
     }
 
     // True for a part that is a multipart.
@@ -570,6 +576,7 @@ private:
         }
         const bool nested = is_multipart(type);
         at_ += outcome.consumed;
+        record(ItemKind::content_type, start);
         while (at_ != bound.end) {
             entity_header(number, bound);
         }
@@ -586,6 +593,7 @@ private:
             named_header(number, bound);
             return;
         }
+        const uint32_t begin = at_;
         const auto code = static_cast<uint8_t>(octet() & 0x7FU);
         ++at_;
         const std::string subject = "the value of " + header_name(WSP_HEADER_MAP, code);
@@ -598,9 +606,11 @@ private:
             fail_value(subject + " of part " + number, *form, field, outcome);
         }
         at_ += length;
+        record(ItemKind::header, begin, code, form != nullptr && outcome.status == MMS_STATUS_OK);
     }
 
     void named_header(const std::string &number, const Bound &bound) {
+        const uint32_t begin = at_;
         const OwnedText name = text_name(bound);
         const std::string subject =
             "the value of " + printable_name(name.get()) + " of part " + number;
@@ -613,6 +623,7 @@ private:
             fail_value(subject, form, field, outcome);
         }
         at_ += length;
+        record(ItemKind::named_header, begin);
     }
 
     std::span<const uint8_t> pdu_;
@@ -621,9 +632,11 @@ private:
     uint32_t senders_ = 0;
     uint32_t recipients_ = 0;
     uint32_t parts_ = 0;
+    uint16_t part_ = 0;    // the one that the cursor is in
     std::string too_deep_; // the first part that is nested too deep
     bool multipart_ = false;
     HeaderCodes present_;
+    Layout layout_;
 };
 
 // What is not understood of a PDU, of which the decoder understood all (`whole`) or stopped at that
@@ -647,9 +660,20 @@ struct DestroyDecoder {
 
 } // namespace
 
+std::string header_name(const MMS_MapEntry *map, uint8_t code) {
+    const char *name = MMS_SearchMapForString(map, code);
+    return name != nullptr ? name : "header " + octet_name(code | 0x80U);
+}
+
+std::string printable_name(std::string_view name) {
+    constexpr size_t most_shown = 60;
+    const std::string shown = TextPrinter(false).text(name.substr(0, most_shown));
+    return "\"" + shown + (name.size() > most_shown ? "\"..." : "\"");
+}
+
 DecodedPdu decode_pdu(std::span<const uint8_t> octets) {
     if (octets.empty()) {
-        return {nullptr, "there are no octets", {}};
+        return {nullptr, "there are no octets", {}, {}};
     }
     const std::unique_ptr<MMS_Decoder, DestroyDecoder> decoder(MMS_Decoder_Create());
     MMSLib_Message *message = nullptr;
@@ -657,7 +681,7 @@ DecodedPdu decode_pdu(std::span<const uint8_t> octets) {
         decoder == nullptr ? static_cast<uint32_t>(MMS_STATUS_NO_ROOM)
                            : MMS_Decoder_Decode(decoder.get(), octets.data(),
                                                 static_cast<uint32_t>(octets.size()), &message);
-    DecodedPdu decoded{OwnedMessage(message), {}, {}};
+    DecodedPdu decoded{OwnedMessage(message), {}, {}, {}};
     if (status == MMS_STATUS_NO_ROOM) {
         throw std::bad_alloc();
     }
@@ -665,6 +689,7 @@ DecodedPdu decode_pdu(std::span<const uint8_t> octets) {
     Walk walk(octets);
     decoded.fault = find_fault(walk, status == MMS_STATUS_OK, stop);
     decoded.present = walk.present();
+    decoded.layout = std::move(walk.layout());
     return decoded;
 }
 

@@ -1,7 +1,10 @@
 #include "pdu_file.hpp"
 
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
+#include <memory>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -12,6 +15,8 @@ namespace {
 
 constexpr size_t block_size = size_t{64} * 1024;
 
+[[noreturn]] void fail() { throw std::system_error(errno, std::generic_category()); }
+
 // Closes what it opened; standard input stays open.
 class InputFile {
 public:
@@ -20,7 +25,7 @@ public:
           // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
           descriptor_(owned_ ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO) {
         if (descriptor_ < 0) {
-            throw std::system_error(errno, std::generic_category());
+            fail();
         }
     }
     InputFile(const InputFile &) = delete;
@@ -45,7 +50,7 @@ public:
                 return static_cast<size_t>(got);
             }
             if (errno != EINTR) {
-                throw std::system_error(errno, std::generic_category());
+                fail();
             }
         }
     }
@@ -61,7 +66,137 @@ void check_size(uint64_t size) {
     }
 }
 
+class OutputFile {
+public:
+    OutputFile(const std::string &path, int flags)
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
+        : descriptor_(open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666)) {
+        if (descriptor_ < 0) {
+            fail();
+        }
+    }
+    OutputFile(const OutputFile &) = delete;
+    OutputFile &operator=(const OutputFile &) = delete;
+    ~OutputFile() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+        }
+    }
+
+    // Takes on the mode of another file, and its owner where this process may give files away.
+    void resemble(const struct stat &other) const {
+        const bool given = fchown(descriptor_, other.st_uid, other.st_gid) == 0;
+        if (fchmod(descriptor_, other.st_mode & (given ? 0777U : 0755U)) != 0) {
+            fail();
+        }
+    }
+
+    void write_all(std::span<const uint8_t> octets) const {
+        while (!octets.empty()) {
+            const ssize_t written = write(descriptor_, octets.data(), octets.size());
+            if (written < 0 && errno != EINTR) {
+                fail();
+            }
+            octets = octets.subspan(static_cast<size_t>(written < 0 ? 0 : written));
+        }
+    }
+
+    // Some file systems tell only now that there was no room.
+    void finish() {
+        const int descriptor = descriptor_;
+        descriptor_ = -1;
+        if (close(descriptor) != 0) {
+            fail();
+        }
+    }
+
+private:
+    int descriptor_;
+};
+
+void write_directly(const std::string &path, std::span<const uint8_t> octets) {
+    OutputFile file(path, O_CREAT | O_TRUNC);
+    file.write_all(octets);
+    file.finish();
+}
+
+// A file in the directory of another, which disappears unless it takes the other's place.
+class NewFile {
+public:
+    explicit NewFile(std::string place)
+        : place_(std::move(place)),
+          path_(place_.substr(0, place_.rfind('/') + 1) + ".mmspdu-" + std::to_string(getpid())),
+          file_(path_, O_CREAT | O_EXCL) {}
+    NewFile(const NewFile &) = delete;
+    NewFile &operator=(const NewFile &) = delete;
+    ~NewFile() {
+        if (!path_.empty()) {
+            unlink(path_.c_str());
+        }
+    }
+
+    OutputFile &file() { return file_; }
+
+    void take_place() {
+        file_.finish();
+        if (rename(path_.c_str(), place_.c_str()) != 0) {
+            fail();
+        }
+        path_.clear();
+    }
+
+private:
+    std::string place_;
+    std::string path_;
+    OutputFile file_;
+};
+
+struct FreeText {
+    void operator()(char *text) const { std::free(text); }
+};
+
+// The file that a path with symbolic links leads to.
+std::string resolved(const std::string &path) {
+    const std::unique_ptr<char, FreeText> real(realpath(path.c_str(), nullptr));
+    if (real == nullptr) {
+        fail();
+    }
+    return real.get();
+}
+
+void replace_file(const std::string &path, const struct stat &old,
+                  std::span<const uint8_t> octets) {
+    // Whoever may not write to the file shall not replace it either.
+    OutputFile(path, 0).finish();
+    NewFile replacement(resolved(path));
+    replacement.file().write_all(octets);
+    replacement.file().resemble(old);
+    replacement.take_place();
+}
+
+void create_file(const std::string &path, std::span<const uint8_t> octets) {
+    NewFile created(path);
+    created.file().write_all(octets);
+    created.take_place();
+}
+
 } // namespace
+
+void write_pdu_file(const std::string &path, std::span<const uint8_t> octets) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0) {
+        if (S_ISREG(status.st_mode)) {
+            replace_file(path, status, octets);
+        } else {
+            write_directly(path, octets);
+        }
+    } else if (lstat(path.c_str(), &status) == 0) {
+        // A symbolic link that leads to no file yet.
+        write_directly(path, octets);
+    } else {
+        create_file(path, octets);
+    }
+}
 
 std::vector<uint8_t> read_pdu_file(const std::string &path) {
     const InputFile file(path);

@@ -1,30 +1,16 @@
 #include "show.hpp"
 
+#include "fields.hpp"
 #include "names.hpp"
+#include "wording.hpp"
 
 #include <algorithm>
-#include <cstdio>
 #include <ctime>
-#include <span>
 #include <string>
 #include <string_view>
 
 namespace mmspdu {
 namespace {
-
-uint32_t integer_of(const MMS_Field &field) {
-    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(field.pValue));
-}
-
-std::string hexadecimal(uint32_t value) {
-    char text[2 + 8 + 1];
-    static_cast<void>(std::snprintf(text, sizeof text, "0x%02X", value));
-    return text;
-}
-
-std::string counted(uint64_t count, std::string_view unit) {
-    return std::to_string(count) + " " + std::string(unit) + (count == 1 ? "" : "s");
-}
 
 // --- times -----------------------------------------------------------------------------------
 
@@ -91,25 +77,20 @@ std::string_view content_of(const MMS_Entity &entity) {
     return {reinterpret_cast<const char *>(MMS_GetContent(&entity)), MMS_GetContentLength(&entity)};
 }
 
-const MMS_Container *nested_container(const MMS_Entity &entity) {
-    const MMS_Field *field = MMS_FindField(&entity, INTERNAL_NESTED_MULTIPART_FIELD_NAME);
-    return field != nullptr ? static_cast<const MMS_Container *>(field->pValue) : nullptr;
-}
-
 // --- the message -----------------------------------------------------------------------------
 
 class Shower {
 public:
-    Shower(std::ostream &out, const TextPrinter &printer, uint32_t lines)
-        : out_(out), printer_(printer), lines_(lines) {}
+    Shower(std::ostream &out, const TextPrinter &printer, const ShowStyle &style)
+        : out_(out), printer_(printer), style_(style) {}
 
-    void message(const MMSLib_Message &message, const HeaderCodes &present) {
+    void message(const MMSLib_Message &message, const HeaderCodes *present) {
         const MMS_EntityList *entities = message.pContainer->pEntityList;
         const MMS_Entity *headers = MMS_GetFirstEntity(entities);
         if (headers == nullptr) {
             return;
         }
-        present_ = &present;
+        present_ = present;
         fields(*headers);
         present_ = nullptr;
         if (MMS_GetContentLength(headers) != 0) {
@@ -121,22 +102,21 @@ public:
 
 private:
     using PrintField = void (Shower::*)(const char *name, const MMS_Field &field);
-    struct Row {
-        const char *header;
-        PrintField print;
-    };
-    static std::span<const Row> rows();
+    static PrintField printer_of(ValueKind kind);
 
-    // Goes in by four columns for as long as it lives.
+    // Goes in by one step for as long as it lives.
     class Indent {
     public:
-        explicit Indent(Shower &shower) : indent_(shower.indent_) { indent_.append(4, ' '); }
+        explicit Indent(Shower &shower) : indent_(shower.indent_), outer_(shower.indent_.size()) {
+            indent_.append(shower.style_.indent, ' ');
+        }
         Indent(const Indent &) = delete;
         Indent &operator=(const Indent &) = delete;
-        ~Indent() { indent_.resize(indent_.size() - 4); }
+        ~Indent() { indent_.resize(outer_); }
 
     private:
         std::string &indent_;
+        size_t outer_;
     };
 
     void line(std::string_view name, std::string_view value) {
@@ -169,33 +149,17 @@ private:
     // --- fields ---
 
     void fields(const MMS_Entity &entity) {
-        const uint16_t count = MMS_LinkedList_GetFieldCount(entity.pFieldList);
-        slIterator at;
-        slIterator_Init(&at, entity.pFieldList);
-        for (uint16_t i = 0; i < count; ++i, slIterator_Next(&at)) {
-            field(*static_cast<const MMS_Field *>(slIterator_Current(&at)));
-        }
-    }
-
-    void field(const MMS_Field &field) {
-        const char *name = MMS_SearchFieldMapForName(field.fieldId);
-        if (name == nullptr) {
-            return;
-        }
-        const std::string_view header = name;
-        for (const Row &row : rows()) {
-            if (header == row.header) {
-                (this->*row.print)(name, field);
-                return;
+        for_each_element<MMS_Field>(entity.pFieldList, [this](const MMS_Field &field) {
+            const char *name = MMS_SearchFieldMapForName(field.fieldId);
+            if (name != nullptr) {
+                (this->*printer_of(value_kind(name)))(name, field);
             }
-        }
-        octet_field(name, field);
+        });
     }
 
-    // Every header that is in no other form is one octet.
     void octet_field(const char *name, const MMS_Field &field) {
         const uint32_t value = integer_of(field);
-        const std::string number = hexadecimal(value);
+        const std::string number = octet_name(value);
         const char *meaning = value_name(name, value);
         line(name,
              (meaning != nullptr ? meaning + (" (" + number + ")") : number) + default_mark(name));
@@ -239,13 +203,8 @@ private:
 
     void group_field(const char *name, const MMS_Field &field) {
         const auto *group = static_cast<const MMS_Group *>(field.pValue);
-        const uint16_t count = MMS_GetMailboxCount(group);
-        slIterator at;
-        slIterator_Init(&at, group->pMailboxList);
-        for (uint16_t i = 0; i < count; ++i, slIterator_Next(&at)) {
-            const auto *node = static_cast<const MMS_ListNode *>(slIterator_Current(&at));
-            line(name, mailbox(*static_cast<const MMS_Mailbox *>(node->pValue)));
-        }
+        for_each_record<MMS_Mailbox>(
+            group->pMailboxList, [&](const MMS_Mailbox &address) { line(name, mailbox(address)); });
     }
 
     [[nodiscard]] std::string mailbox(const MMS_Mailbox &mailbox) const {
@@ -266,16 +225,11 @@ private:
         const auto *type = static_cast<const MMS_ContentType *>(field.pValue);
         line(name, text(type->pMediaType));
         const Indent indent(*this);
-        const uint16_t count = MMS_LinkedList_GetParameterCount(type->pParameters);
-        slIterator at;
-        slIterator_Init(&at, type->pParameters);
-        for (uint16_t i = 0; i < count; ++i, slIterator_Next(&at)) {
-            const auto *node = static_cast<const MMS_ListNode *>(slIterator_Current(&at));
-            const auto *parameter = static_cast<const MMS_Parameter *>(node->pValue);
-            line(text(parameter->pName), parameter->pValue != nullptr
-                                             ? labelled(parameter->pValue, parameter->pCharset)
-                                             : "(no value)");
-        }
+        for_each_record<MMS_Parameter>(type->pParameters, [this](const MMS_Parameter &parameter) {
+            line(text(parameter.pName), parameter.pValue != nullptr
+                                            ? labelled(parameter.pValue, parameter.pCharset)
+                                            : "(no value)");
+        });
     }
 
     void disposition_field(const char *name, const MMS_Field &field) {
@@ -299,17 +253,13 @@ private:
 
     // The entities of a container, numbered behind the prefix.
     void parts(const MMS_EntityList &entities, const std::string &prefix, bool headers_first) {
-        const uint16_t count = MMS_LinkedList_GetEntityCount(&entities);
         uint32_t number = headers_first ? 0 : 1;
-        slIterator at;
-        slIterator_Init(&at, const_cast<MMS_EntityList *>(&entities));
-        for (uint16_t i = 0; i < count; ++i, ++number, slIterator_Next(&at)) {
-            const auto *node = static_cast<const MMS_ListNode *>(slIterator_Current(&at));
+        for_each_record<MMS_Entity>(&entities, [&](const MMS_Entity &entity) {
             if (number != 0) {
-                part(*static_cast<const MMS_Entity *>(node->pValue),
-                     prefix + std::to_string(number));
+                part(entity, prefix + std::to_string(number));
             }
-        }
+            ++number;
+        });
     }
 
     void part(const MMS_Entity &entity, const std::string &title) {
@@ -331,7 +281,8 @@ private:
         if (!is_text(entity)) {
             return;
         }
-        const TextLines lines = printer_.lines(content_of(entity), charset_of(entity), lines_);
+        const TextLines lines =
+            printer_.lines(content_of(entity), charset_of(entity), style_.lines);
         for (const std::string &text : lines.first) {
             out_ << indent_ << "| " << text << '\n';
         }
@@ -344,46 +295,43 @@ private:
 
     std::ostream &out_;
     const TextPrinter &printer_;
-    uint32_t lines_;
+    ShowStyle style_;
     std::string indent_;
     const HeaderCodes *present_ = nullptr; // while the headers of the message are printed
 };
 
-std::span<const Shower::Row> Shower::rows() {
-    static const Row table[] = {
-        {X_MMS_MMS_VERSION_FIELD_NAME, &Shower::version_field},
-        {X_MMS_TRANSACTION_ID_FIELD_NAME, &Shower::text_field},
-        {X_MMS_MESSAGE_CLASS_FIELD_NAME, &Shower::text_field},
-        {X_MMS_CONTENT_LOCATION_FIELD_NAME, &Shower::text_field},
-        {X_MMS_APPLIC_ID_FIELD_NAME, &Shower::text_field},
-        {X_MMS_REPLY_APPLIC_ID_FIELD_NAME, &Shower::text_field},
-        {MESSAGE_ID_FIELD_NAME, &Shower::text_field},
-        {SUBJECT_FIELD_NAME, &Shower::encoded_string_field},
-        {X_MMS_RESPONSE_TEXT_FIELD_NAME, &Shower::encoded_string_field},
-        {DATE_FIELD_NAME, &Shower::date_field},
-        {X_MMS_DELIVERY_TIME_FIELD_NAME, &Shower::time_field},
-        {X_MMS_EXPIRY_FIELD_NAME, &Shower::time_field},
-        {X_MMS_MESSAGE_SIZE_FIELD_NAME, &Shower::size_field},
-        {TO_FIELD_NAME, &Shower::group_field},
-        {CC_FIELD_NAME, &Shower::group_field},
-        {BCC_FIELD_NAME, &Shower::group_field},
-        {FROM_FIELD_NAME, &Shower::group_field},
-        {CONTENT_TYPE_FIELD_NAME, &Shower::content_type_field},
-        {CONTENT_ID_FIELD_NAME, &Shower::text_field},
-        {CONTENT_LOCATION_FIELD_NAME, &Shower::text_field},
-        {CONTENT_DURATION_FIELD_NAME, &Shower::duration_field},
-        {CONTENT_DISPOSITION_FIELD_NAME, &Shower::disposition_field},
-        {INTERNAL_GENERIC_ENTITY_HEADER_FIELD_NAME, &Shower::generic_field},
-        {INTERNAL_NESTED_MULTIPART_FIELD_NAME, &Shower::container_field},
+Shower::PrintField Shower::printer_of(ValueKind kind) {
+    struct Row {
+        ValueKind kind;
+        PrintField print;
     };
-    return table;
+    static constexpr Row table[] = {
+        {ValueKind::version, &Shower::version_field},
+        {ValueKind::text, &Shower::text_field},
+        {ValueKind::encoded_string, &Shower::encoded_string_field},
+        {ValueKind::date, &Shower::date_field},
+        {ValueKind::time, &Shower::time_field},
+        {ValueKind::size, &Shower::size_field},
+        {ValueKind::duration, &Shower::duration_field},
+        {ValueKind::group, &Shower::group_field},
+        {ValueKind::content_type, &Shower::content_type_field},
+        {ValueKind::disposition, &Shower::disposition_field},
+        {ValueKind::generic, &Shower::generic_field},
+        {ValueKind::container, &Shower::container_field},
+    };
+    for (const Row &row : table) {
+        if (row.kind == kind) {
+            return row.print;
+        }
+    }
+    return &Shower::octet_field;
 }
 
 } // namespace
 
-void show_message(std::ostream &out, const TextPrinter &printer, const DecodedPdu &pdu,
-                  uint32_t lines) {
-    Shower(out, printer, lines).message(*pdu.message, pdu.present);
+void show_message(std::ostream &out, const TextPrinter &printer, const MMSLib_Message &message,
+                  const HeaderCodes *present, const ShowStyle &style) {
+    Shower(out, printer, style).message(message, present);
 }
 
 } // namespace mmspdu

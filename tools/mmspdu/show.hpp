@@ -9,8 +9,14 @@
 
 namespace mmspdu {
 
-// Prints headers, parts and the first `lines` lines of each text of a PDU with a message.
-void show_message(std::ostream &out, const TextPrinter &printer, const DecodedPdu &pdu,
-                  uint32_t lines);
+struct ShowStyle {
+    uint32_t lines = 8;  // of each text
+    uint32_t indent = 4; // columns
+};
+
+// Prints headers, parts and the first lines of each text of a message. With `present`, the headers
+// of its PDU, the others are marked as defaults.
+void show_message(std::ostream &out, const TextPrinter &printer, const MMSLib_Message &message,
+                  const HeaderCodes *present, const ShowStyle &style);
 
 } // namespace mmspdu
