@@ -158,7 +158,9 @@ TEST(FailingAllocations, ValueDecoders) {
          }),
          wire("'X-Name' 'value'")},
     };
-    for (const auto &[decode_value, input] : cases) {
+    for (const auto &row : cases) {
+        const Decoder &decode_value = row.first;
+        const Octets &input = row.second;
         uint32_t consumed = 77;
         uint32_t status = 0;
         TextPtr result;
@@ -281,8 +283,9 @@ TEST(FailingAllocations, Setters) {
              return status == 1;
          }},
     };
-    for (const auto &[name, operation] : operations) {
-        SCOPED_TRACE(name);
+    for (const auto &row : operations) {
+        SCOPED_TRACE(row.first);
+        const std::function<bool()> &operation = row.second;
         const std::string before = shown(c);
         bool done = false;
         fail_each_allocation(
