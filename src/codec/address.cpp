@@ -70,16 +70,20 @@ uint32_t ParseNameAndAddress(const char *pText, char **ppDisplayName, char **ppA
     mms::Address split;
     const bool whole = mms::split_address(mms::view_of(pText), split);
     // The text may be one of those that are replaced, so both copies are taken first.
-    mms::OwnedText name = split.has_display_name ? mms::copy_text(split.display_name) : nullptr;
-    mms::OwnedText address = whole ? mms::copy_text(split.address) : nullptr;
+    mms::OwnedText name;
+    mms::OwnedText address;
+    if (split.has_display_name) {
+        name = mms::copy_text(split.display_name);
+    }
+    if (whole) {
+        address = mms::copy_text(split.address);
+    }
+    const bool copied = whole && address && (name || !split.has_display_name);
     if (name) {
         mms::replace(ppDisplayName, std::move(name));
-    } else if (split.has_display_name) {
-        return 0;
     }
-    if (!address) {
-        return 0;
+    if (copied) {
+        mms::replace(ppAddress, std::move(address));
     }
-    mms::replace(ppAddress, std::move(address));
-    return 1;
+    return copied ? 1 : 0;
 }
