@@ -1,5 +1,9 @@
 // Any octets as a PDU: decoded, read through the getters, encoded, decoded and encoded again. Then
 // the same octets as a multipart body and as the headers of a part.
+#include <algorithm>
+#include <cctype>
+#include <set>
+
 #include "fuzz.hpp"
 
 namespace {
@@ -79,6 +83,26 @@ void read_through_getters(const MMS_Container *container) {
         const char *text = MMSLib_GetXMmsGenericTextField(container, name);
         REQUIRE(text == nullptr || show(text).size() > 1);
     }
+}
+
+// Each header stands once in an entity, and each name among its generic headers, in any letter
+// case.
+void require_unique(const MMS_Container *container) {
+    each_carried<MMS_Entity>(container->pEntityList, [](const MMS_Entity *entity) {
+        std::set<std::string> names;
+        each<MMS_Field>(entity->pFieldList, [&](const MMS_Field *field) {
+            std::string name = std::to_string(field->fieldId);
+            if (field->fieldId == 60) {
+                name = static_cast<const MMS_GenericData *>(field->pValue)->pHeaderName;
+                std::transform(name.begin(), name.end(), name.begin(),
+                               [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+                name += ":";
+            } else if (field->fieldId == 59) {
+                require_unique(static_cast<const MMS_Container *>(field->pValue));
+            }
+            REQUIRE(names.insert(name).second);
+        });
+    });
 }
 
 // --- what has a faithful wire form ---------------------------------------------------------------
@@ -223,6 +247,7 @@ void as_pdu(const uint8_t *data, size_t size) {
         return;
     }
     read_through_getters(first.message->pContainer);
+    require_unique(first.message->pContainer);
     show(first.message->pContainer);
     const test::Decoded second = round_trip(first.message.get());
     if (second.message) {

@@ -577,7 +577,10 @@ void disposition(const Octets &octets) {
             return MMSEncodeContentDisposition(place, only, room, count, disposition);
         },
         [](MMS_ContentDisposition *disposition) {
-            return faithful_parameter("Filename", disposition->pFilename);
+            // A file name that no text stands for is sent without a value, and read as none.
+            const char *name = disposition->pFilename;
+            return faithful_parameter("Filename", name) &&
+                   (name == nullptr || (*name != '\0' && MMSUtilQEncode(name, nullptr) <= 753));
         });
 }
 
