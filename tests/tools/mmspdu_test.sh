@@ -205,7 +205,7 @@ done <<'CASES'
 \x8c\x80\x84\xa3\x01\x03\x00\x83\x8ea|the value of Content-Location of part 1 at offset 9 (0x9) is a text without a zero octet before the end of the header block of part 1
 \x8c\x80\x84\xa3\x01\x06\x00\x83\xae\x03\x81\x86a|the value of Content-Disposition of part 1 at offset 9 (0x9) has the wrong form, expected: a length, the octet 0x80 or 0x81, and parameters; parameter 1 at offset 11 (0xB) cannot be read within the value's 3 octets
 \x8c\x80\x84\xa3\x01\x06\x00\x83X-F\x00\x85|the value of "X-F" of part 1 at offset 12 (0xC) is 0x85, expected: a Text-string
-\x8c\x80\x84\xa3\x02\x01\x01\x83a\x01\x00\xa6\x01\x01\x01\x83|the data of part 2.1 at offset 16 (0x10) runs past the end of the PDU (0 of 1 octet left)
+\x8c\x80\x84\xa3\x02\x01\x01\x83a\x01\x00\xa6\x01\x01\x01\x83|the data of part 2/1 at offset 16 (0x10) runs past the end of the PDU (0 of 1 octet left)
 CASES
 
 # 251 multiparts one inside of the other, of which 250 are decoded; the length of the last is 0.
@@ -215,7 +215,7 @@ CASES
 } >pdu
 run show pdu
 same "nesting: status" 1 "$status"
-same "nesting" "mmspdu: pdu: not understood: part 1$(printf '.1%.0s' {1..250}) is left out: it is a multipart nested more than 250 deep" "$(cat err)"
+same "nesting" "mmspdu: pdu: not understood: part 1$(printf '/1%.0s' {1..250}) is left out: it is a multipart nested more than 250 deep" "$(cat err)"
 same "nesting: parts shown" 250 "$(grep -c '^ *Part' out)"
 
 # 1000 parts, of which 999 are decoded.
@@ -319,7 +319,7 @@ done <<'CASES'
 \x8c\x82\x84\xa3\x01\x06\x01\x83\xb0\x80\x8ea\x00b|at offset 5 (0x5), in the headers length of part 1|header 0xB0 of part 1 is passed over in decoding|=
 \x8c\x82\x84\xa3\x01\x08\x01\x83\xae\x05\x81\x81\xea\x88\x81b|at offset 5 (0x5), in the headers length of part 1|Content-Disposition of part 1 is written in another form, which decodes to the same|=
 \x8c\x82\x84\xa3\x01\x01\x07\xa6\x01\x04\x01\x83\x8ea\x00x|at offset 6 (0x6), in the data length of part 1|the data length of part 1 is not that of the parts in it|=
-\x8c\x82\x84\xa3\x01\x01\x09\xa6\x01\x05\x01\x83\xc0ab\x00x|at offset 6 (0x6), in the data length of part 1|Content-Id of part 1.1 is written with a quotation mark in front|=
+\x8c\x82\x84\xa3\x01\x01\x09\xa6\x01\x05\x01\x83\xc0ab\x00x|at offset 6 (0x6), in the data length of part 1|Content-Id of part 1/1 is written with a quotation mark in front|=
 \x8c\x82\x98T\x00\x96\x05a\x00|at offset 5 (0x5), what is not understood in the PDU, the end of the PDU in the encoding|decoding ended where the PDU is not understood|=
 \x8c\x82\x84\xa3\x02\x01\x01\x83a\x01|at offset 4 (0x4), in the number of parts|only 1 of its parts could be decoded|=
 \x8c\x82\x84\xa3\x01\x01\x02\x83a|at offset 6 (0x6), in the data length of part 1|decoding ended where the PDU is not understood|=
@@ -344,7 +344,7 @@ done <<CASES
 \\x8c\\x82\\x84\\x05\\x83\\x85\\x7f\\x02\\x00|a value cannot take its wire form: Content-Type: parameter "Name": the text begins with 0x02
 \\x8c\\x82\\x84\\x1f\\x32\\x83Application-ID\\x00$(printf 'a%.0s' {1..33})\\x00|a value cannot take its wire form: Content-Type: parameter "Application-ID": the value is too long, it has 33 octets
 \\x8c\\x82\\x84\\x1f\\x84\\x01\\x83$(printf '%0.s\\x85\\x00' {1..256})|a value is out of range: Content-Type: it has 256 parameters, more than 255
-\\x8c\\x82\\x84\\xa3\\x02\\x01\\x00\\x83\\x01\\x00\\xa6\\x01\\x06\\x00\\x05\\x83\\x85\\x7f\\x02\\x00|a value cannot take its wire form: part 2.1: Content-Type: parameter "Name": the text begins with 0x02
+\\x8c\\x82\\x84\\xa3\\x02\\x01\\x00\\x83\\x01\\x00\\xa6\\x01\\x06\\x00\\x05\\x83\\x85\\x7f\\x02\\x00|a value cannot take its wire form: part 2/1: Content-Type: parameter "Name": the text begins with 0x02
 \\x8c\\x82\\x84\\xa3\\x01\\x05\\x00\\x83\\xc0\\x7f\\x03\\x00|a value cannot take its wire form: part 1: Content-Id: the text begins with 0x03
 \\x8c\\x82\\x84\\xa3\\x01\\x08\\x00\\x83\\xae\\x05\\x81\\x86\\x7f\\x04\\x00|a value cannot take its wire form: part 1: Content-Disposition: parameter "Filename": the text begins with 0x04
 \\x8c\\x82\\x84\\xa3\\x01\\x06\\x00\\x83X\\x00\\x7f\\x05\\x00|a value cannot take its wire form: part 1: "X": the text begins with 0x05

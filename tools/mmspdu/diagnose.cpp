@@ -539,7 +539,7 @@ private:
         const bool nested = part_headers(number, headers_length);
         if (nested && depth < deepest_nesting) {
             const uint32_t start = at_;
-            multipart(number + ".", depth + 1);
+            multipart(number + "/", depth + 1);
             if (at_ - start != data_length && length_item < layout_.items.size()) {
                 layout_.items[length_item].kept = false;
             }

@@ -43,7 +43,7 @@ void add_parts(const MMS_Container &container, const std::string &prefix, uint32
         parts.push_back({name, &entity});
         const MMS_Container *nested = nested_container(entity);
         if (nested != nullptr) {
-            add_parts(*nested, name + ".", 1, parts);
+            add_parts(*nested, name + "/", 1, parts);
         }
         ++number;
     });

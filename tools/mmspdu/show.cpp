@@ -271,7 +271,7 @@ private:
         const Indent indent(*this);
         fields(entity);
         if (nested != nullptr) {
-            parts(*nested->pEntityList, title + ".", false);
+            parts(*nested->pEntityList, title + "/", false);
         } else {
             content_lines(entity);
         }
