@@ -1,5 +1,19 @@
 #include "api/api.h"
-#include "util/heap.hpp"
+#include "encoder/steps.hpp"
+
+namespace {
+
+// What the PDU takes at most if headers are few.
+size_t expected_size(const MMSLib_Message &message) {
+    constexpr size_t headers_of_a_part = 256;
+    size_t size = 0;
+    for (const MMS_Entity *entity : mms::Entities(message.pContainer->pEntityList)) {
+        size += headers_of_a_part + MMS_GetContentLength(entity);
+    }
+    return size;
+}
+
+} // namespace
 
 uint32_t MMSLib_DecodeMessage(const uint8_t *pPdu, uint32_t length, MMSLib_Message **ppMessage) {
     *ppMessage = nullptr;
@@ -16,23 +30,20 @@ uint32_t MMSLib_DecodeMessage(const uint8_t *pPdu, uint32_t length, MMSLib_Messa
 
 uint32_t MMSLib_EncodeMessage(const MMSLib_Message *pMessage, uint8_t **ppPdu, uint32_t *pLength,
                               uint8_t validate) {
-    uint32_t size = 0;
-    uint32_t status = MMS_Encoder_GetEncodedMessageSize(pMessage, &size, validate);
-    if (status != MMS_STATUS_OK) {
-        return status;
+    uint8_t small[512];
+    mms::Writer out(small, sizeof small, mms::Writer::Growing{expected_size(*pMessage)});
+    mms::write_message(out, *pMessage->pContainer, validate != 0);
+    if (!out.ok()) {
+        return out.status();
     }
-    // A message without headers is a PDU without octets, and still a block of its own.
-    mms::OwnedOctets pdu(static_cast<uint8_t *>(std::malloc(size != 0 ? size : 1)));
+    const uint32_t length = out.count();
+    mms::OwnedOctets pdu = out.take();
     if (!pdu) {
         return MMS_STATUS_NO_ROOM;
     }
-    uint32_t written = 0;
-    status = MMS_Encoder_Encode(pMessage, pdu.get(), size, &written, validate);
-    if (status == MMS_STATUS_OK) {
-        *ppPdu = pdu.release();
-        *pLength = written;
-    }
-    return status;
+    *ppPdu = pdu.release();
+    *pLength = length;
+    return MMS_STATUS_OK;
 }
 
 uint32_t MMSLib_GetSize(const MMSLib_Message *pMessage) {

@@ -9,13 +9,10 @@ constexpr size_t longest_type_part = 19;
 constexpr uint16_t most_parameters_written = 255;
 constexpr uint8_t disposition_form_data = 128;
 constexpr uint8_t disposition_attachment = 129;
-// Numbers of media types lie below; the map holds nothing at or above it.
-constexpr uint32_t media_number_limit = 256;
 
 const char *media_name(uint32_t number) {
-    const char *name = number < media_number_limit
-                           ? MMS_SearchMapForString(CONTENT_TYPE_MAP, static_cast<uint8_t>(number))
-                           : nullptr;
+    const char *name =
+        number <= UINT8_MAX ? name_of(media_types, static_cast<uint8_t>(number)) : nullptr;
     return name != nullptr ? name : "application/octet-stream";
 }
 
@@ -136,33 +133,20 @@ MMS_Status read_disposition_value(Reader in, OwnedDisposition &disposition) {
     return disposition ? MMS_STATUS_OK : MMS_STATUS_NO_ROOM;
 }
 
-void write_media(Writer &out, const char *media_type) {
-    uint8_t number = 0;
-    if (MMS_SearchMapForToken(CONTENT_TYPE_MAP, media_type, &number) == MMS_STATUS_OK) {
-        write_short_integer(out, number);
+void write_media(Writer &out, TextView media) {
+    const MMS_MapEntry *known = find(media_types, media);
+    if (known != nullptr) {
+        write_short_integer(out, known->number);
     } else {
-        write_text(out, media_type);
+        write_text(out, {&media, 1});
     }
 }
 
-void write_parameter_of(Writer &out, const MMS_Parameter &parameter) {
-    write_parameter(out, parameter.pName, parameter.pValue, parameter.pCharset);
-}
-
-// The general form's Value-length. Of parameters that cannot be written, the last one's status is
-// told here; the others fail when their turn comes.
-void write_content_type_length(Writer &out, const MMS_ContentType &content_type) {
-    uint64_t length =
-        size_of([&](Writer &media) { write_media(media, content_type.pMediaType); }).octets;
-    Size size{MMS_STATUS_OK, 0};
-    for (const MMS_Parameter *parameter : Parameters(content_type.pParameters)) {
-        size = size_of([&](Writer &value) { write_parameter_of(value, *parameter); });
-        length += size.octets;
+void write_general_form(Writer &out, TextView media, const MMS_ParameterList *parameters) {
+    write_media(out, media);
+    for (const MMS_Parameter *parameter : Parameters(parameters)) {
+        write_parameter(out, parameter->pName, parameter->pValue, parameter->pCharset);
     }
-    if (failed(size.status)) {
-        out.fail(size.status);
-    }
-    write_value_length(out, length);
 }
 
 } // namespace
@@ -200,22 +184,16 @@ MMS_Status read_disposition(Reader &in, OwnedDisposition &disposition) {
 }
 
 void write_content_type(Writer &out, const MMS_ContentType &content_type) {
-    const char *media_type = content_type.pMediaType;
-    if (media_type == nullptr || std::strchr(media_type, '/') == nullptr) {
+    const TextView media = view_of(content_type.pMediaType);
+    const MMS_ParameterList *parameters = content_type.pParameters;
+    if (media.find('/') == media.size) {
         out.fail(MMS_STATUS_MISSING);
-        return;
-    }
-    const uint16_t parameters = content_type.pParameters->nElement;
-    if (parameters > most_parameters_written) {
+    } else if (parameters->nElement > most_parameters_written) {
         out.fail(MMS_STATUS_OUT_OF_RANGE);
-        return;
-    }
-    if (parameters != 0) {
-        write_content_type_length(out, content_type);
-    }
-    write_media(out, media_type);
-    for (const MMS_Parameter *parameter : Parameters(content_type.pParameters)) {
-        write_parameter_of(out, *parameter);
+    } else if (parameters->nElement == 0) {
+        write_media(out, media);
+    } else {
+        write_sized(out, [&](Writer &value) { write_general_form(value, media, parameters); });
     }
 }
 
@@ -243,9 +221,9 @@ void write_disposition(Writer &out, const MMS_ContentDisposition &disposition) {
 using mms::Writer;
 
 uint32_t MMS_IsMultipart(const MMS_ContentType *pContentType) {
-    const mms::TextView media = mms::view_of(pContentType->pMediaType);
-    const size_t slash = media.find('/');
-    return slash != media.size && equal_ignoring_case(media.first(slash), "multipart") ? 1 : 0;
+    constexpr const char *multipart = "multipart/";
+    const char *media = pContentType->pMediaType;
+    return media != nullptr && StrnCaseCmp(media, multipart, std::strlen(multipart)) == 0 ? 1 : 0;
 }
 
 uint8_t MMSEncodeContentType(const MMS_ContentType *pContentType, uint8_t *pOutput,

@@ -56,8 +56,7 @@ MMS_Status keep_number(uint8_t token, uint32_t number, ReadParameter &parameter)
         return MMS_STATUS_OK;
     }
     if (token == token_type) {
-        parameter.known_value =
-            MMS_SearchMapForString(CONTENT_TYPE_MAP, static_cast<uint8_t>(number));
+        parameter.known_value = name_of(media_types, static_cast<uint8_t>(number));
         if (parameter.known_value != nullptr) {
             return MMS_STATUS_OK;
         }
@@ -95,7 +94,7 @@ MMS_Status read_from(Reader &in, ReadParameter &parameter) {
     uint32_t number = 0;
     if (read_integer(in, number) == MMS_STATUS_OK) {
         token = static_cast<uint8_t>(number);
-        parameter.known_name = MMS_SearchMapForString(WSP_PARAMETER_MAP, token);
+        parameter.known_name = name_of(parameter_names, token);
         if (parameter.known_name == nullptr) {
             return skip_field(in);
         }
@@ -128,15 +127,13 @@ void write_known(Writer &out, uint8_t token, const char *value, const char *char
         out.octet(0);
         return;
     }
-    uint8_t media = 0;
+    const MMS_MapEntry *media = token == token_type ? find(media_types, view_of(value)) : nullptr;
     if (token == token_padding) {
         write_integer(out, static_cast<uint32_t>(std::strtol(value, nullptr, 10)));
     } else if (token == token_charset) {
         write_integer(out, charset_number(value));
-    } else if (token == token_type &&
-               MMS_SearchMapForToken(CONTENT_TYPE_MAP, value, &media) == MMS_STATUS_OK &&
-               media != 0) {
-        write_integer(out, media);
+    } else if (media != nullptr && media->number != 0) {
+        write_integer(out, media->number & 0xFFU);
     } else {
         write_text_value(out, token, value, charset);
     }
@@ -174,9 +171,9 @@ MMS_Status read_parameter(Reader &in, ReadParameter &parameter) {
 }
 
 void write_parameter(Writer &out, const char *name, const char *value, const char *charset) {
-    uint8_t token = 0;
-    if (MMS_SearchMapForToken(WSP_PARAMETER_MAP, name, &token) == MMS_STATUS_OK) {
-        write_known(out, token, value, charset);
+    const MMS_MapEntry *known = find(parameter_names, view_of(name));
+    if (known != nullptr) {
+        write_known(out, static_cast<uint8_t>(known->number), value, charset);
     } else {
         write_named(out, name, value);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "util/base.h"
+#include "util/heap.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +10,8 @@
 
 namespace mms {
 
-// Writes octets one after the other into a given space, or, when sizing, only counts them.
+// Writes octets one after the other: into a given space, into a heap block that grows, or, when
+// sizing, nowhere, only counting them.
 //
 // Codecs take a Writer by reference and write their parts in order; they need not look at the
 // outcome of each. The first failure stays: after it nothing is written any more, and the Writer
@@ -20,36 +22,38 @@ public:
     Writer() : Writer(nullptr, 0, true) {}
 
     Writer(uint8_t *output, uint32_t space, bool sizing)
-        : cursor_(output), space_(sizing ? UINT32_MAX : space), sizing_(sizing) {}
+        : base_(sizing ? nullptr : output), limit_(sizing ? UINT32_MAX : space), sizing_(sizing) {}
+
+    // A Writer into a heap block, which is made when `space` octets at `room` no longer do, and
+    // grows when it is too small.
+    struct Growing {
+        size_t first_size;
+    };
+    Writer(uint8_t *room, uint32_t space, Growing block)
+        : base_(room), limit_(space), block_size_(block.first_size), grows_(true) {}
 
     [[nodiscard]] MMS_Status status() const { return status_; }
     [[nodiscard]] bool ok() const { return status_ == MMS_STATUS_OK; }
     [[nodiscard]] bool sizing() const { return sizing_; }
     // Octets written, or counted; 0 after a failure.
-    [[nodiscard]] uint32_t count() const { return ok() ? count_ : 0; }
+    [[nodiscard]] uint32_t count() const { return count_; }
 
     void fail(MMS_Status status) {
         if (ok()) {
             status_ = status;
+            base_ = nullptr;
+            count_ = 0;
+            limit_ = 0;
         }
     }
 
     // Takes the next octets of the space: where to write them, or null when sizing or failed.
     uint8_t *claim(size_t size) {
-        if (size > space_) {
-            fail(sizing_ ? MMS_STATUS_OUT_OF_RANGE : MMS_STATUS_NO_ROOM);
-        }
-        if (!ok()) {
+        if (size > limit_ - count_ && !make_room(size)) {
             return nullptr;
         }
-        const auto octets = static_cast<uint32_t>(size);
-        space_ -= octets;
-        count_ += octets;
-        if (sizing_) {
-            return nullptr;
-        }
-        uint8_t *place = cursor_;
-        cursor_ += octets;
+        uint8_t *place = at(count_);
+        count_ += static_cast<uint32_t>(size);
         return place;
     }
 
@@ -67,12 +71,62 @@ public:
         }
     }
 
+    // Moves what stands from that position on to make room for more octets before it.
+    void insert(uint32_t position, uint32_t size) {
+        const uint32_t behind = count_ - position;
+        if (size != 0 && claim(size) != nullptr) {
+            std::memmove(at(position + size), at(position), behind);
+        }
+    }
+
+    // Writes over octets that were written.
+    void overwrite(uint32_t position, const uint8_t *data, uint32_t size) {
+        uint8_t *place = at(position);
+        if (place != nullptr) {
+            std::memcpy(place, data, size);
+        }
+    }
+
+    // Within a span the lack of room waits for its end: a value in it that cannot be written at all
+    // is the failure that is told.
+    class Span {
+    public:
+        explicit Span(Writer &out) : out_(out) { ++out.spans_; }
+        Span(const Span &) = delete;
+        Span &operator=(const Span &) = delete;
+        ~Span() {
+            --out_.spans_;
+            if (out_.short_ && out_.spans_ == 0) {
+                out_.fail(MMS_STATUS_NO_ROOM);
+            }
+        }
+
+    private:
+        Writer &out_;
+    };
+
+    // What was written, in a heap block of exactly that size (of one octet if there is none), or
+    // null without memory.
+    OwnedOctets take();
+
 private:
-    uint8_t *cursor_;
-    uint32_t space_;
+    // Where the octet of that position is; null when nothing is written.
+    [[nodiscard]] uint8_t *at(uint32_t position) const {
+        return base_ != nullptr ? base_ + position : nullptr;
+    }
+    bool make_room(size_t size);
+    bool grow(size_t needed);
+
+    uint8_t *base_;
     uint32_t count_ = 0;
+    uint32_t limit_;
+    size_t block_size_ = 0;
+    OwnedOctets block_;
     MMS_Status status_ = MMS_STATUS_OK;
-    bool sizing_;
+    uint32_t spans_ = 0;
+    bool sizing_ = false;
+    bool grows_ = false;
+    bool short_ = false;
 };
 
 // The outcome of sizing something: its octets, or 0 and why it cannot be written.

@@ -7,7 +7,6 @@ namespace mms {
 
 namespace {
 
-constexpr uint32_t longest_uintvar = 5;
 constexpr uint8_t continues = 0x80;
 // The first octet of the largest five-octet Uintvar that fits into 32 bits.
 constexpr uint8_t last_first_octet = 0x8F;
@@ -42,42 +41,6 @@ bool is_token(TextView text) {
 }
 
 } // namespace
-
-MMS_Status read_octet(Reader &in, uint8_t low, uint8_t high, uint8_t &value) {
-    if (in.empty()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    if (in.front() < low || in.front() > high) {
-        return MMS_STATUS_OUT_OF_RANGE;
-    }
-    value = in.front();
-    in.skip(1);
-    return MMS_STATUS_OK;
-}
-
-MMS_Status read_short_integer(Reader &in, uint8_t &value) {
-    if (in.empty()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    if (in.front() < 0x80) {
-        return MMS_STATUS_WRONG_FORM;
-    }
-    value = in.front() & 0x7F;
-    in.skip(1);
-    return MMS_STATUS_OK;
-}
-
-MMS_Status read_short_length(Reader &in, uint8_t &value) {
-    if (in.empty()) {
-        return MMS_STATUS_NO_ROOM;
-    }
-    if (in.front() > longest_short_length) {
-        return MMS_STATUS_WRONG_FORM;
-    }
-    value = in.front();
-    in.skip(1);
-    return MMS_STATUS_OK;
-}
 
 MMS_Status read_long_integer(Reader &in, uint32_t &value) {
     Reader at = in;
@@ -212,27 +175,25 @@ MMS_Status copy_read(MMS_Status status, TextView text, OwnedText &copy) {
 }
 
 MMS_Status measure_field(Reader in, uint32_t &length) {
-    const Reader start = in;
     length = 0;
-    uint32_t announced = 0;
-    uint8_t small = 0;
-    TextView text;
-    MMS_Status status = read_value_length(in, announced);
-    if (status == MMS_STATUS_WRONG_FORM) {
-        status = read_text(in, text);
-    }
-    if (status == MMS_STATUS_WRONG_FORM) {
-        status = read_short_integer(in, small);
-    }
-    if (failed(status)) {
-        return status;
-    }
-    if (announced > in.left()) {
+    if (in.empty()) {
         return MMS_STATUS_NO_ROOM;
     }
-    in.skip(announced);
+    const Reader start = in;
+    MMS_Status status = MMS_STATUS_OK;
+    const uint8_t first = in.front();
+    if (first >= 0x80) {
+        in.skip(1);
+    } else if (first <= length_quote) {
+        Reader value = in;
+        status = read_sized(in, value);
+        in.skip(failed(status) ? 0 : value.left());
+    } else {
+        TextView text;
+        status = read_text(in, text);
+    }
     length = in.consumed_since(start);
-    return MMS_STATUS_OK;
+    return status;
 }
 
 MMS_Status skip_field(Reader &in) {
@@ -240,20 +201,6 @@ MMS_Status skip_field(Reader &in) {
     const MMS_Status status = measure_field(in, length);
     in.skip(length);
     return status;
-}
-
-void write_short_integer(Writer &out, uint32_t value) {
-    if (value > 0x7F) {
-        out.fail(MMS_STATUS_WRONG_FORM);
-    }
-    out.octet(static_cast<uint8_t>(value | 0x80));
-}
-
-void write_short_length(Writer &out, uint32_t value) {
-    if (value > longest_short_length) {
-        out.fail(MMS_STATUS_WRONG_FORM);
-    }
-    out.octet(static_cast<uint8_t>(value));
 }
 
 void write_long_integer(Writer &out, uint32_t value) {
@@ -276,49 +223,49 @@ void write_integer(Writer &out, uint32_t value) {
     }
 }
 
-void write_uintvar(Writer &out, uint32_t value) {
-    uint32_t shift = 0;
-    while (shift < 28 && value >> (shift + 7) != 0) {
-        shift += 7;
+void write_long_uintvar(Writer &out, uint32_t value) {
+    uint32_t left = uintvar_size(value);
+    uint8_t *place = out.claim(left);
+    for (; place != nullptr && left != 0; ++place) {
+        --left;
+        *place = static_cast<uint8_t>((value >> (7 * left) & 0x7F) | (left != 0 ? continues : 0));
     }
-    for (; shift != 0; shift -= 7) {
-        out.octet(static_cast<uint8_t>((value >> shift & 0x7F) | continues));
-    }
-    out.octet(value & 0x7F);
 }
 
-void write_value_length(Writer &out, uint64_t value) {
-    if (value > UINT32_MAX) {
-        out.fail(MMS_STATUS_OUT_OF_RANGE);
-    } else if (value <= longest_short_length) {
-        write_short_length(out, static_cast<uint32_t>(value));
+void write_value_length(Writer &out, uint32_t value) {
+    if (value <= longest_short_length) {
+        out.octet(static_cast<uint8_t>(value));
     } else {
         out.octet(length_quote);
-        write_uintvar(out, static_cast<uint32_t>(value));
+        write_uintvar(out, value);
     }
 }
 
 void write_text(Writer &out, std::span<const TextView> pieces) {
-    char first = '\0';
+    unsigned char first = 0;
     size_t length = 0;
     for (const TextView &piece : pieces) {
         if (length == 0 && !piece.empty()) {
-            first = piece.front();
+            first = static_cast<unsigned char>(piece.front());
         }
         length += piece.size;
     }
-    const auto octet = static_cast<unsigned char>(first);
-    if (length != 0 && is_control(octet) && !is_line_white(octet)) {
+    if (length != 0 && is_control(first) && !is_line_white(first)) {
         out.fail(MMS_STATUS_WRONG_FORM);
         return;
     }
-    if (octet >= 0x80) {
-        out.octet(text_quote);
+    const uint32_t quote = first >= 0x80 ? 1 : 0;
+    uint8_t *place = out.claim(quote + length + 1);
+    if (place == nullptr) {
+        return;
     }
+    *place = text_quote;
+    place += quote;
     for (const TextView &piece : pieces) {
-        out.octets(piece.data, piece.size);
+        std::memcpy(place, piece.data, piece.size);
+        place += piece.size;
     }
-    out.octet(0);
+    *place = 0;
 }
 
 void write_text(Writer &out, const char *text) {

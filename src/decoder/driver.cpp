@@ -9,7 +9,7 @@ MMS_Status decode_single_body(MMS_Decoder &session, MMS_Entity &entity) {
     if (!body.empty() && MMS_SetContent(&entity, body.data(), body.left(), 0) == 0) {
         return MMS_STATUS_NO_ROOM;
     }
-    AdvanceCursor(&session, body.left());
+    advance(session, body.left());
     return MMS_STATUS_OK;
 }
 

@@ -77,18 +77,15 @@ TextView name_of(const MMS_Field *field) {
 } // namespace
 
 FieldIndex::FieldIndex(MMS_Entity &entity) : entity_(entity) {
+    static_assert(field_id_limit <= 64);
     for (MMS_Field *field : Fields(entity.pFieldList)) {
-        if (field->fieldId < field_id_limit && known_[field->fieldId] == nullptr) {
-            known_[field->fieldId] = field;
+        if (field->fieldId < field_id_limit && !holds(id_of(field))) {
+            hold(field);
         }
     }
 }
 
-MMS_Status FieldIndex::put(MMS_Field *&field, FieldId id, void *value) const {
-    if (field != nullptr) {
-        replace_value(field, value);
-        return MMS_STATUS_OK;
-    }
+MMS_Status FieldIndex::append(FieldId id, void *value, MMS_Field *&field) const {
     if (entity_.pFieldList->nElement == UINT16_MAX) {
         return MMS_STATUS_REFUSED;
     }
@@ -96,8 +93,27 @@ MMS_Status FieldIndex::put(MMS_Field *&field, FieldId id, void *value) const {
     return field != nullptr ? MMS_STATUS_OK : MMS_STATUS_NO_ROOM;
 }
 
+MMS_Status FieldIndex::set(FieldId id, void *value) {
+    if (holds(id)) {
+        replace_value(known_[number(id)], value);
+        return MMS_STATUS_OK;
+    }
+    MMS_Field *field = nullptr;
+    const MMS_Status status = append(id, value, field);
+    if (status == MMS_STATUS_OK) {
+        hold(field);
+    }
+    return status;
+}
+
+// Stores the data in a field of that name, or in a new one if it is null.
 MMS_Status FieldIndex::put_generic(MMS_Field *&field, OwnedGenericData data) const {
-    const MMS_Status status = put(field, generic_id, data.get());
+    MMS_Status status = MMS_STATUS_OK;
+    if (field != nullptr) {
+        replace_value(field, data.get());
+    } else {
+        status = append(generic_id, data.get(), field);
+    }
     if (status == MMS_STATUS_OK) {
         static_cast<void>(data.release());
     }

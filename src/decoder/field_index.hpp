@@ -18,18 +18,21 @@ public:
     FieldIndex &operator=(const FieldIndex &) = delete;
     ~FieldIndex() { std::free(slots_); }
 
+    // The value of that header, or null (0).
+    [[nodiscard]] void *find_value(FieldId id) const {
+        return holds(id) ? known_[number(id)]->pValue : nullptr;
+    }
+
     // Store the value, which passes to the field. OK; REFUSED when the field list is full; NO_ROOM
     // without memory.
+    MMS_Status set(FieldId id, void *value);
     template <typename Record, typename Deleter>
     MMS_Status set(FieldId id, std::unique_ptr<Record, Deleter> value) {
-        const MMS_Status status = put(known_[number(id)], id, value.get());
+        const MMS_Status status = set(id, static_cast<void *>(value.get()));
         if (status == MMS_STATUS_OK) {
             static_cast<void>(value.release());
         }
         return status;
-    }
-    MMS_Status set(FieldId id, uint32_t integer) {
-        return put(known_[number(id)], id, slot_of(integer));
     }
     MMS_Status set_generic(TextView name, OwnedGenericData data);
 
@@ -39,13 +42,19 @@ private:
         uint32_t hash;
     };
 
-    MMS_Status put(MMS_Field *&field, FieldId id, void *value) const;
+    [[nodiscard]] bool holds(FieldId id) const { return (held_ >> number(id) & 1) != 0; }
+    void hold(MMS_Field *field) {
+        known_[field->fieldId] = field;
+        held_ |= uint64_t{1} << field->fieldId;
+    }
+    MMS_Status append(FieldId id, void *value, MMS_Field *&field) const;
     MMS_Status put_generic(MMS_Field *&field, OwnedGenericData data) const;
     bool reserve();
     Slot *find(TextView name, uint32_t hash);
 
     MMS_Entity &entity_;
-    MMS_Field *known_[field_id_limit] = {};
+    uint64_t held_ = 0;                // the headers that known_ has, a bit for each id
+    MMS_Field *known_[field_id_limit]; // unset where there is no bit
     Slot *slots_ = nullptr;
     uint32_t capacity_ = 0; // a power of 2, or 0
     uint32_t used_ = 0;

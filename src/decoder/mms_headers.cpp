@@ -1,5 +1,6 @@
 // The MMS header block: one octet of header code, then a value of the form that the header table
 // gives.
+#include "decoder/field_index.hpp"
 #include "decoder/session.hpp"
 
 namespace mms {
@@ -20,12 +21,12 @@ public:
     void hold(std::unique_ptr<Record, Deleter> record) {
         value_ = record.release();
     }
-    bool store_in(MMS_Entity &entity) {
-        if (!set_field(&entity, id_, value_)) {
-            return false;
+    MMS_Status store_in(FieldIndex &fields) {
+        const MMS_Status status = fields.set(id_, value_);
+        if (!failed(status)) {
+            value_ = nullptr;
         }
-        value_ = nullptr;
-        return true;
+        return status;
     }
 
 private:
@@ -75,7 +76,7 @@ MMS_Status read_value(Reader &in, const Header &header, FieldValue &field) {
     return MMS_STATUS_OUT_OF_RANGE;
 }
 
-MMS_Status decode_value(MMS_Decoder &session, MMS_Entity &entity, const Header &header) {
+MMS_Status decode_value(MMS_Decoder &session, FieldIndex &fields, const Header &header) {
     uint32_t length = 0;
     MMS_Status status = measure_field(rest_of(session), length);
     if (failed(status)) {
@@ -84,7 +85,7 @@ MMS_Status decode_value(MMS_Decoder &session, MMS_Entity &entity, const Header &
     Reader value = rest_of(session).first(length);
     FieldValue field(header.id);
     status = read_value(value, header, field);
-    AdvanceCursor(&session, length);
+    advance(session, length);
     if (!value.empty()) {
         return MMS_STATUS_MALFORMED;
     }
@@ -92,11 +93,11 @@ MMS_Status decode_value(MMS_Decoder &session, MMS_Entity &entity, const Header &
         // Only a version out of range consumes its field all the same: the header is dropped.
         return concerns_value_alone(status) ? MMS_STATUS_OK : status;
     }
-    if (!field.store_in(entity)) {
-        return MMS_STATUS_NO_ROOM;
+    status = field.store_in(fields);
+    if (!failed(status)) {
+        session.keep = 1;
     }
-    session.keep = 1;
-    return MMS_STATUS_OK;
+    return status;
 }
 
 bool add_mailbox(MMS_Group &group, OwnedMailbox mailbox) {
@@ -108,14 +109,17 @@ bool add_mailbox(MMS_Group &group, OwnedMailbox mailbox) {
 }
 
 // Adds the address to the group that the header has, or stores it in a new group.
-bool store_address(MMS_Entity &entity, FieldId id, OwnedMailbox mailbox) {
-    auto *group = static_cast<MMS_Group *>(find_value(&entity, id));
-    if (group != nullptr) {
-        return add_mailbox(*group, std::move(mailbox));
+MMS_Status store_address(FieldIndex &fields, FieldId id, OwnedMailbox mailbox) {
+    auto *group = static_cast<MMS_Group *>(fields.find_value(id));
+    OwnedGroup created;
+    if (group == nullptr) {
+        created.reset(MMS_Group_Create());
+        group = created.get();
     }
-    OwnedGroup created(MMS_Group_Create());
-    return created && add_mailbox(*created, std::move(mailbox)) &&
-           set_owned(&entity, id, std::move(created));
+    if (group == nullptr || !add_mailbox(*group, std::move(mailbox))) {
+        return MMS_STATUS_NO_ROOM;
+    }
+    return created ? fields.set(id, std::move(created)) : MMS_STATUS_OK;
 }
 
 // Counts an address header; false beyond the limit, where the count stays.
@@ -126,7 +130,7 @@ bool count_address(uint16_t &count) {
     return count <= most_addresses;
 }
 
-MMS_Status decode_address(MMS_Decoder &session, MMS_Entity &entity, const Header &header) {
+MMS_Status decode_address(MMS_Decoder &session, FieldIndex &fields, const Header &header) {
     const bool sender = header.form == WireForm::sender;
     uint32_t length = 0;
     MMS_Status status = measure_field(rest_of(session), length);
@@ -135,13 +139,13 @@ MMS_Status decode_address(MMS_Decoder &session, MMS_Entity &entity, const Header
     }
     Reader value = rest_of(session).first(length);
     if (!count_address(sender ? session.fromCount : session.recipientCount)) {
-        AdvanceCursor(&session, length);
+        advance(session, length);
         return MMS_STATUS_OK;
     }
     OwnedMailbox mailbox;
     status = sender ? read_sender(value, mailbox) : read_recipient(value, mailbox);
     if (sender) {
-        AdvanceCursor(&session, length);
+        advance(session, length);
         if (failed(status)) {
             return concerns_value_alone(status) ? MMS_STATUS_OK : status;
         }
@@ -150,13 +154,13 @@ MMS_Status decode_address(MMS_Decoder &session, MMS_Entity &entity, const Header
         return MMS_STATUS_MALFORMED;
     }
     if (!sender) {
-        AdvanceCursor(&session, length);
+        advance(session, length);
     }
-    if (!store_address(entity, header.id, std::move(mailbox))) {
-        return MMS_STATUS_NO_ROOM;
+    status = store_address(fields, header.id, std::move(mailbox));
+    if (!failed(status)) {
+        session.keep = 1;
     }
-    session.keep = 1;
-    return MMS_STATUS_OK;
+    return status;
 }
 
 MMS_Status skip_value(MMS_Decoder &session) {
@@ -175,7 +179,7 @@ MMS_Status skip_application_header(MMS_Decoder &session) {
 }
 
 // Decodes one header; `last` is set by Content-Type, which ends the block.
-MMS_Status decode_header(MMS_Decoder &session, MMS_Entity &entity, bool &last) {
+MMS_Status decode_header(MMS_Decoder &session, FieldIndex &fields, bool &last) {
     Reader in = rest_of(session);
     uint8_t code = 0;
     if (failed(read_short_integer(in, code))) {
@@ -188,10 +192,10 @@ MMS_Status decode_header(MMS_Decoder &session, MMS_Entity &entity, bool &last) {
         return skip_value(session);
     case WireForm::recipient:
     case WireForm::sender:
-        return decode_address(session, entity, header);
+        return decode_address(session, fields, header);
     default:
         last = header.id == FieldId::content_type;
-        return decode_value(session, entity, header);
+        return decode_value(session, fields, header);
     }
 }
 
@@ -201,9 +205,10 @@ MMS_Status decode_block(MMS_Decoder &session, MMS_Entity &entity) {
     if (session.remaining == 0) {
         return MMS_STATUS_NO_ROOM;
     }
+    FieldIndex fields(entity);
     bool last = false;
     while (session.remaining != 0 && !last) {
-        const MMS_Status status = decode_header(session, entity, last);
+        const MMS_Status status = decode_header(session, fields, last);
         if (failed(status)) {
             return status;
         }

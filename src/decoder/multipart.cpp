@@ -37,7 +37,7 @@ private:
     [[nodiscard]] Reader block() const { return rest_of(session_).first(left_); }
 
     void advance(uint32_t count) {
-        AdvanceCursor(&session_, count);
+        mms::advance(session_, count);
         left_ -= count;
     }
 
@@ -132,7 +132,8 @@ private:
         if (equal_ignoring_case(name, CONTENT_DURATION_FIELD_NAME)) {
             uint32_t seconds = 0;
             const MMS_Status status = read_whole(value, seconds, read_number);
-            return failed(status) ? status : index_.set(FieldId::content_duration, seconds);
+            return failed(status) ? status
+                                  : index_.set(FieldId::content_duration, slot_of(seconds));
         }
         TextView text;
         const MMS_Status status = read_whole(value, text, read_text);
@@ -175,7 +176,7 @@ MMS_Status decode_part_headers(MMS_Decoder &session, uint32_t length, MMS_Entity
         return status;
     }
     const uint32_t consumed = in.consumed_since(start);
-    AdvanceCursor(&session, consumed);
+    advance(session, consumed);
     entity.isMultipart = MMS_IsMultipart(content_type.get()) != 0 ? 1 : 0;
     if (!set_owned(&entity, FieldId::content_type, std::move(content_type))) {
         return MMS_STATUS_NO_ROOM;
@@ -196,7 +197,7 @@ MMS_Status decode_data(MMS_Decoder &session, uint32_t length, MMS_Entity &entity
     if (MMS_SetContent(&entity, data.data(), data.left(), 0) == 0) {
         return MMS_STATUS_MALFORMED;
     }
-    AdvanceCursor(&session, length);
+    advance(session, length);
     return MMS_STATUS_OK;
 }
 
@@ -207,7 +208,7 @@ MMS_Status decode_nested(MMS_Decoder &session, uint32_t length, const MMS_Entity
     if (session.depth <= deepest_nesting) {
         status = static_cast<MMS_Status>(DecodeMultipart(&session, nested_container(&entity)));
     } else {
-        AdvanceCursor(&session, length);
+        advance(session, length);
         session.skipped = 1;
     }
     --session.depth;

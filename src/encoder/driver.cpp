@@ -3,7 +3,6 @@
 #include "encoder/steps.hpp"
 
 namespace mms {
-namespace {
 
 void write_message(Writer &out, const MMS_Container &container, bool validate) {
     write_mms_headers(out, container, validate);
@@ -20,7 +19,6 @@ void write_message(Writer &out, const MMS_Container &container, bool validate) {
     }
 }
 
-} // namespace
 } // namespace mms
 
 uint32_t MMS_Encoder_GetEncodedMessageSize(const MMSLib_Message *pMessage, uint32_t *pSize,

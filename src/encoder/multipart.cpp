@@ -132,32 +132,15 @@ void write_entity_headers(Writer &out, const MMS_Entity &entity, uint32_t data_l
         out.fail(MMS_STATUS_MISSING);
         return;
     }
-    const Size type = size_of([&](Writer &sizing) { write_content_type(sizing, *content_type); });
-    const Size others = top_level || failed(type.status)
-                            ? Size{type.status, 0}
-                            : size_of([&](Writer &sizing) { write_other_headers(sizing, entity); });
-    if (failed(others.status)) {
-        out.fail(others.status);
+    if (top_level) {
+        write_content_type(out, *content_type);
         return;
     }
-    if (!top_level) {
-        const uint64_t length = uint64_t{type.octets} + others.octets;
-        if (length > UINT32_MAX) {
-            out.fail(MMS_STATUS_OUT_OF_RANGE);
-            return;
-        }
-        write_uintvar(out, static_cast<uint32_t>(length));
-        write_uintvar(out, data_length);
-    }
-    if (out.sizing()) {
-        out.claim(type.octets);
-        out.claim(others.octets);
-        return;
-    }
-    write_content_type(out, *content_type);
-    if (others.octets != 0) {
-        write_other_headers(out, entity);
-    }
+    write_measured(out, write_uintvar, uintvar_size(data_length), [&](Writer &to) {
+        write_uintvar(to, data_length);
+        write_content_type(to, *content_type);
+        write_other_headers(to, entity);
+    });
 }
 
 void write_entity_body(Writer &out, const MMS_Entity &entity) {

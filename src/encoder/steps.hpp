@@ -8,6 +8,9 @@ namespace mms {
 // Where a header stands: among the MMS headers or among those of a part.
 enum class Block : uint8_t { mms, entity };
 
+// The PDU; `validate` asks for the mandatory headers of its type.
+void write_message(Writer &out, const MMS_Container &container, bool validate);
+
 void write_mms_headers(Writer &out, const MMS_Container &container, bool validate);
 void write_header(Writer &out, const MMS_Field &field, Block block);
 void write_group(Writer &out, uint8_t header_code, const MMS_Group &group);

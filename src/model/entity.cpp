@@ -131,22 +131,6 @@ uint32_t MMS_DelContent(MMS_Entity *pEntity) {
 
 namespace mms {
 
-MMS_Field *find_field(const MMS_Entity *entity, FieldId id) {
-    if (id != FieldId::unknown) {
-        for (MMS_Field *field : Fields(entity->pFieldList)) {
-            if (id_of(field) == id) {
-                return field;
-            }
-        }
-    }
-    return nullptr;
-}
-
-void *find_value(const MMS_Entity *entity, FieldId id) {
-    const MMS_Field *field = find_field(entity, id);
-    return field != nullptr ? field->pValue : nullptr;
-}
-
 void replace_value(MMS_Field *field, void *value) {
     if (field->pValue != value) {
         release_value(id_of(field), field->pValue);

@@ -16,11 +16,18 @@ slList *create_list(slList_CmpFn compare, size_t link_offset) {
 
 slList *create_node_list() { return create_list(nullptr, offsetof(MMS_ListNode, pNext)); }
 
-void destroy_list(slList *list, slList_DispFn dispose) {
-    if (list != nullptr) {
-        slList_Dispose(list, dispose);
-        std::free(list);
+template <typename Node>
+void destroy_list(slList *list, void (*dispose)(Node *)) {
+    if (list == nullptr) {
+        return;
     }
+    auto at = mms::Nodes<Node>(list).begin();
+    for (uint32_t left = list->nElement; left != 0; --left) {
+        Node *node = *at;
+        ++at;
+        dispose(node);
+    }
+    std::free(list);
 }
 
 bool append_node(slList *list, void *record) {
@@ -29,7 +36,7 @@ bool append_node(slList *list, void *record) {
         return false;
     }
     node->pValue = record;
-    if (slList_InsertLast(list, node) == nullptr) {
+    if (!mms::append(list, node)) {
         std::free(node);
         return false;
     }
@@ -79,12 +86,26 @@ MMS_Field *create_field(FieldId id, void *value) {
     return field;
 }
 
+void dispose_field(MMS_Field *field) {
+    mms::release_value(mms::id_of(field), field->pValue);
+    std::free(field);
+}
+
 template <typename Record, void (*destroy)(Record *)>
-void dispose_node(void *element) {
-    auto *node = static_cast<MMS_ListNode *>(element);
-    if (node != nullptr) {
-        destroy(static_cast<Record *>(node->pValue));
-        std::free(node);
+void dispose_node(MMS_ListNode *node) {
+    destroy(static_cast<Record *>(node->pValue));
+    std::free(node);
+}
+
+constexpr auto dispose_entity = dispose_node<MMS_Entity, MMS_Entity_Destroy>;
+constexpr auto dispose_mailbox = dispose_node<MMS_Mailbox, MMS_DestroyMailbox>;
+constexpr auto dispose_parameter = dispose_node<MMS_Parameter, MMS_DestroyParameter>;
+
+// As the callbacks of the generic list have it: nothing happens to null.
+template <typename Node>
+void dispose_element(void *element, void (*dispose)(Node *)) {
+    if (element != nullptr) {
+        dispose(static_cast<Node *>(element));
     }
 }
 
@@ -97,17 +118,15 @@ MMS_EntityList *MMS_LinkedList_CreateEntityList(void) { return create_node_list(
 MMS_MailboxList *MMS_LinkedList_CreateMailboxList(void) { return create_node_list(); }
 MMS_ParameterList *MMS_LinkedList_CreateParameterList(void) { return create_node_list(); }
 
-void MMS_LinkedList_DestroyFieldList(MMS_FieldList *pList) {
-    destroy_list(pList, Dispose_FieldList);
-}
+void MMS_LinkedList_DestroyFieldList(MMS_FieldList *pList) { destroy_list(pList, dispose_field); }
 void MMS_LinkedList_DestroyEntityList(MMS_EntityList *pList) {
-    destroy_list(pList, Dispose_EntityList);
+    destroy_list(pList, dispose_entity);
 }
 void MMS_LinkedList_DestroyMailboxList(MMS_MailboxList *pList) {
-    destroy_list(pList, Dispose_MailboxList);
+    destroy_list(pList, dispose_mailbox);
 }
 void MMS_LinkedList_DestroyParameterList(MMS_ParameterList *pList) {
-    destroy_list(pList, Dispose_ParameterList);
+    destroy_list(pList, dispose_parameter);
 }
 
 uint16_t MMS_LinkedList_GetFieldCount(const MMS_FieldList *pList) { return pList->nElement; }
@@ -206,25 +225,16 @@ int32_t Compare_FieldList(const void *pField, const void *pOther) {
            int32_t{static_cast<const MMS_Field *>(pOther)->fieldId};
 }
 
-void Dispose_FieldList(void *pField) {
-    auto *field = static_cast<MMS_Field *>(pField);
-    if (field != nullptr) {
-        mms::release_value(mms::id_of(field), field->pValue);
-        std::free(field);
-    }
-}
-
-void Dispose_EntityList(void *pNode) { dispose_node<MMS_Entity, MMS_Entity_Destroy>(pNode); }
-void Dispose_MailboxList(void *pNode) { dispose_node<MMS_Mailbox, MMS_DestroyMailbox>(pNode); }
-void Dispose_ParameterList(void *pNode) {
-    dispose_node<MMS_Parameter, MMS_DestroyParameter>(pNode);
-}
+void Dispose_FieldList(void *pField) { dispose_element(pField, dispose_field); }
+void Dispose_EntityList(void *pNode) { dispose_element(pNode, dispose_entity); }
+void Dispose_MailboxList(void *pNode) { dispose_element(pNode, dispose_mailbox); }
+void Dispose_ParameterList(void *pNode) { dispose_element(pNode, dispose_parameter); }
 
 namespace mms {
 
 MMS_Field *append_field(MMS_FieldList *list, FieldId id, void *value) {
     MMS_Field *field = create_field(id, value);
-    if (field != nullptr && slList_InsertLast(list, field) == nullptr) {
+    if (field != nullptr && !append(list, field)) {
         std::free(field);
         return nullptr;
     }

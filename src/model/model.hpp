@@ -53,6 +53,24 @@ private:
 
 using Fields = Nodes<MMS_Field>;
 
+// Appends a node to a list of its type; false when the list is full.
+template <typename Node>
+bool append(slList *list, Node *node) {
+    if (list->nElement == UINT16_MAX) {
+        return false;
+    }
+    auto *last = static_cast<Node *>(list->pLast);
+    if (last != nullptr) {
+        node->pNext = last->pNext;
+        last->pNext = node;
+    } else {
+        node->pNext = node;
+    }
+    list->pLast = node;
+    ++list->nElement;
+    return true;
+}
+
 // Walks the records that the nodes of a list carry.
 template <typename Record>
 class Carried {
@@ -104,10 +122,22 @@ const char *known_parameter(TextView name);
 void release_value(FieldId id, void *value);
 
 // The field of that header, or null; an unknown header is never found.
-MMS_Field *find_field(const MMS_Entity *entity, FieldId id);
+inline MMS_Field *find_field(const MMS_Entity *entity, FieldId id) {
+    if (id != FieldId::unknown) {
+        for (MMS_Field *field : Fields(entity->pFieldList)) {
+            if (id_of(field) == id) {
+                return field;
+            }
+        }
+    }
+    return nullptr;
+}
 
 // The value of that header, or null (0).
-void *find_value(const MMS_Entity *entity, FieldId id);
+inline void *find_value(const MMS_Entity *entity, FieldId id) {
+    const MMS_Field *field = find_field(entity, id);
+    return field != nullptr ? field->pValue : nullptr;
+}
 
 // Puts the value in the place of the field's own, which is released.
 void replace_value(MMS_Field *field, void *value);

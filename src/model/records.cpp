@@ -195,12 +195,8 @@ OwnedMailbox make_mailbox(OwnedText display_name, OwnedEncodedString address) {
 }
 
 const char *known_parameter(TextView name) {
-    for (const MMS_MapEntry *row = WSP_PARAMETER_MAP; row->name != nullptr; ++row) {
-        if (equal_ignoring_case(name, row->name)) {
-            return row->name;
-        }
-    }
-    return nullptr;
+    const MMS_MapEntry *row = find(parameter_names, name);
+    return row != nullptr ? row->name : nullptr;
 }
 
 OwnedParameter make_parameter(const char *known_name, TextView name, OwnedText value,

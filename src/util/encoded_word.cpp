@@ -37,6 +37,9 @@ size_t find_close(TextView text) {
 }
 
 bool parse_word(TextView text, Word &word) {
+    if (!matches(text, 0, "=?")) {
+        return false;
+    }
     const TextView run = text.first(text.find('\r', '\n', ' ', '\0'));
     const size_t close = find_close(run);
     if (close <= text_at || close - text_at > longest_encoded_text) {
@@ -46,8 +49,8 @@ bool parse_word(TextView text, Word &word) {
     word.base64 = encoding == 'B' || encoding == 'b';
     word.run = run.size;
     word.encoded = {run.data + text_at, close - text_at};
-    return matches(run, 0, "=?") && matches(run, charset_at, MMS_CHARSET_UTF_8) &&
-           matches(run, encoding_at - 1, "?") && matches(run, encoding_at + 1, "?") &&
+    return matches(run, charset_at, MMS_CHARSET_UTF_8) && matches(run, encoding_at - 1, "?") &&
+           matches(run, encoding_at + 1, "?") &&
            (word.base64 || encoding == 'Q' || encoding == 'q');
 }
 

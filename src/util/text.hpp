@@ -18,6 +18,11 @@ struct TextView {
     [[nodiscard]] TextView after(size_t count) const { return {data + count, size - count}; }
 
     // The index of the first octet equal to one of the given characters; the size when none is.
+    [[nodiscard]] size_t find(char wanted) const {
+        const void *found = size != 0 ? std::memchr(data, wanted, size) : nullptr;
+        return found != nullptr ? static_cast<size_t>(static_cast<const char *>(found) - data)
+                                : size;
+    }
     template <typename... Characters>
     [[nodiscard]] size_t find(Characters... wanted) const {
         size_t at = 0;

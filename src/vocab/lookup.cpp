@@ -1,4 +1,3 @@
-#include "util/text.hpp"
 #include "vocab/headers.hpp"
 
 namespace {
@@ -71,8 +70,30 @@ MMS_EnumeratedRange MMSGetEnumeratedRangeByFieldName(const char *pName) {
 
 namespace mms {
 
+const MMS_MapEntry *find(const NamedNumbers &map, TextView name) {
+    if (name.size > UINT8_MAX) {
+        return nullptr;
+    }
+    const uint8_t *at = map.name_lengths;
+    const uint8_t *const end = at + map.count;
+    const auto next = [&] {
+        return static_cast<const uint8_t *>(
+            std::memchr(at, static_cast<int>(name.size), static_cast<size_t>(end - at)));
+    };
+    while ((at = next()) != nullptr) {
+        const MMS_MapEntry &row = map.rows[at - map.name_lengths];
+        // Most names are written as the map has them.
+        if (std::memcmp(name.data, row.name, name.size) == 0 ||
+            equal_ignoring_case(name, row.name)) {
+            return &row;
+        }
+        ++at;
+    }
+    return nullptr;
+}
+
 FieldId field_id(const char *name) {
-    const MMS_MapEntry *row = find_name(FieldNameMap, name);
+    const MMS_MapEntry *row = name != nullptr ? find(field_names, view_of(name)) : nullptr;
     return static_cast<FieldId>(row != nullptr ? row->number : 0);
 }
 

@@ -358,7 +358,8 @@ using F = FieldId;
 using K = ValueKind;
 using W = WireForm;
 
-// Indexed by field id.
+} // namespace
+
 constexpr std::array<Header, field_id_limit> headers = {{
     {nullptr, F::unknown, 0, 0, K::integer, W::none, {{}}},
     {BCC_FIELD_NAME, F::bcc, 1, 0, K::group, W::recipient, {{}}},
@@ -574,6 +575,8 @@ constexpr std::array<Header, field_id_limit> headers = {{
      {{{0x80, 0x81}}}},
 }};
 
+namespace {
+
 template <uint8_t Header::*code>
 constexpr auto index_by() {
     std::array<uint8_t, 256> index{};
@@ -585,8 +588,12 @@ constexpr auto index_by() {
     return index;
 }
 
-constexpr auto id_of_mms_code = index_by<&Header::mms_code>();
-constexpr auto id_of_wsp_code = index_by<&Header::wsp_code>();
+} // namespace
+
+constexpr std::array<uint8_t, 256> id_of_mms_code = index_by<&Header::mms_code>();
+constexpr std::array<uint8_t, 256> id_of_wsp_code = index_by<&Header::wsp_code>();
+
+namespace {
 
 constexpr bool same(const char *a, const char *b) { return std::string_view(a) == b; }
 
@@ -623,10 +630,41 @@ static_assert(table_agrees_with_maps());
 
 } // namespace
 
-const Header &header(FieldId id) { return headers[number(id) < headers.size() ? number(id) : 0]; }
+namespace {
 
-const Header &header_of_mms_code(uint8_t code) { return headers[id_of_mms_code[code]]; }
+// The last row of a map has no name, and ends it.
+template <size_t rows>
+constexpr auto lengths_of_names(const MMS_MapEntry (&map)[rows]) {
+    std::array<uint8_t, rows> lengths{};
+    for (size_t row = 0; row + 1 < rows; ++row) {
+        lengths[row] = static_cast<uint8_t>(std::string_view(map[row].name).size());
+    }
+    return lengths;
+}
 
-const Header &header_of_wsp_code(uint8_t code) { return headers[id_of_wsp_code[code]]; }
+template <size_t rows>
+constexpr auto rows_of_numbers(const MMS_MapEntry (&map)[rows]) {
+    std::array<uint8_t, 256> index{};
+    index.fill(rows - 1);
+    for (size_t row = rows - 1; row-- != 0;) {
+        index[map[row].number & 0xFFU] = static_cast<uint8_t>(row);
+    }
+    return index;
+}
+
+template <const auto &map>
+constexpr auto name_lengths = lengths_of_names(map);
+template <const auto &map>
+constexpr auto number_index = rows_of_numbers(map);
+
+template <const auto &map>
+constexpr NamedNumbers indexed = {map, name_lengths<map>.data(), std::size(map) - 1,
+                                  number_index<map>.data()};
+
+} // namespace
+
+constexpr NamedNumbers field_names = indexed<FieldNameMap>;
+constexpr NamedNumbers media_types = indexed<CONTENT_TYPE_MAP_ARRAY>;
+constexpr NamedNumbers parameter_names = indexed<WSP_PARAMETER_MAP_ARRAY>;
 
 } // namespace mms
