@@ -1,4 +1,5 @@
 /**
+ * @file
  * mmslib: encodes and decodes Multimedia Messaging Service (MMS) protocol data units.
  *
  * This header, included alone, declares the whole interface, for C11 and for C++17 and later.

@@ -1,28 +1,42 @@
-/* What every public header of the library needs: linkage, visibility and the statuses. */
+/**
+ * @file
+ * What every public header of the library needs: linkage, visibility and the statuses.
+ */
 #ifndef MMSLIB_UTIL_BASE_H
 #define MMSLIB_UTIL_BASE_H
 
 #include <stdint.h>
 
+/** @name Words in front of and around the declarations
+ *  @{ */
 #if defined(__GNUC__)
+/** Marks what the shared library exports. */
 #define MMSLIB_API __attribute__((visibility("default")))
 #else
 #define MMSLIB_API
 #endif
 
 #ifdef __cplusplus
+/** Begins declarations of C linkage, for C and C++ alike. */
 #define MMSLIB_BEGIN_DECLS extern "C" {
+/** Ends them. */
 #define MMSLIB_END_DECLS }
 #else
 #define MMSLIB_BEGIN_DECLS
 #define MMSLIB_END_DECLS
 #endif
+/** @} */
 
 MMSLIB_BEGIN_DECLS
 
 /**
- * The statuses that codecs, lookups and model operations return (as `uint8_t` or `uint32_t`).
- * The values 4 and 8 are not used.
+ * @defgroup status Statuses
+ * @{
+ */
+
+/**
+ * The statuses that codecs, lookups and model operations return (as `uint8_t` or `uint32_t`). The
+ * values 4 and 8 are not used.
  */
 enum MMS_Status {
     /** Refused, absent or not found; a false answer. */
@@ -49,6 +63,8 @@ enum MMS_Status {
 #ifndef __cplusplus
 typedef enum MMS_Status MMS_Status;
 #endif
+
+/** @} */
 
 MMSLIB_END_DECLS
 
