@@ -146,7 +146,10 @@ def check_names_in_headers(reference):
 def check_documents():
     """Paths and links lead somewhere; the guide's names are in the sources."""
     sources = "\n".join(
-        path.read_text() for path in sorted(Path("src").rglob("*")) if path.is_file()
+        path.read_text()
+        for directory in ("src", "tools")
+        for path in sorted(Path(directory).rglob("*"))
+        if path.is_file()
     )
     for path in DOCUMENTS:
         # Examples, which stand apart from the text, may name what is yet to be made.

@@ -34,12 +34,15 @@ MMSLIB_API MMSLib_Message *MMS_CreateMMS(void);
  *
  * Any octets at all may be passed; time and memory grow linearly with their number. *ppMessage is
  * the caller's, to be released with `MMSLib_Message_Destroy`, whatever the status; it is null when
- * no header was stored. The PDU stays the caller's; nothing in the message points into it but
- * `pPdu`, which is not read again.
+ * no header was stored, also with MMS_STATUS_OK. The PDU stays the caller's; nothing in the message
+ * points into it but `pPdu`, which is not read again.
  *
- * Returns MMS_STATUS_OK when the whole PDU was understood; MMS_STATUS_MALFORMED for a null buffer,
- * a length of 0, and any PDU that was not understood to its end, of which *ppMessage then holds
- * what was decoded; MMS_STATUS_NO_ROOM when decoding could not begin for lack of memory.
+ * Returns MMS_STATUS_OK when the PDU was decoded to its end; MMS_STATUS_MALFORMED for a null
+ * buffer, a length of 0, and any PDU that was not, of which *ppMessage then holds what was decoded;
+ * MMS_STATUS_NO_ROOM when decoding could not begin for lack of memory.
+ *
+ * Decoding to the end may pass over headers without a codec, values that may be dropped, addresses
+ * and nested parts beyond the limits, and takes of the last part's data what there is.
  */
 MMSLIB_API uint32_t MMSLib_DecodeMessage(const uint8_t *pPdu, uint32_t length,
                                          MMSLib_Message **ppMessage);

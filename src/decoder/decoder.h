@@ -12,10 +12,10 @@ MMSLIB_BEGIN_DECLS
 /**
  * @defgroup decoder Decoder
  *
- * `pDecoder` is a session, not null. `MMS_Decoder_Decode` sets all of it that it needs; a caller of
- * a single step sets `pCursor` and `remaining`, and for `DecodeMmsHeaders` `pMessage`. What a step
- * decodes it takes from the cursor, which then stands behind it, or after a failure somewhere in
- * it.
+ * `pDecoder` is a session, not null, a new one for each PDU. `MMS_Decoder_Decode` sets it to the
+ * PDU; a caller of a single step sets `pCursor` and `remaining`, and for `DecodeMmsHeaders`
+ * `pMessage`. What a step decodes it takes from the cursor, which then stands behind it, or after a
+ * failure somewhere in it.
  * @{
  */
 
@@ -91,10 +91,10 @@ MMSLIB_API uint32_t DecodeWspHeaders(MMS_Decoder *pDecoder, uint32_t length, MMS
  * Decodes a whole PDU, the `length` octets at `pPdu`, with a new session. The PDU is the caller's,
  * has to outlive the call, and the message keeps its address.
  *
- * Returns MMS_STATUS_OK when all of it was understood; MMS_STATUS_MALFORMED after any failure;
- * MMS_STATUS_NO_ROOM when no message could be allocated. *ppMessage is the caller's message
- * whenever at least one header was stored, also after a failure, and null otherwise. The session's
- * cursor then tells where decoding stopped.
+ * Returns MMS_STATUS_OK when decoding came to its end; MMS_STATUS_MALFORMED after any failure and
+ * when octets are left over; MMS_STATUS_NO_ROOM when no message could be allocated. *ppMessage is
+ * the caller's message whenever at least one header was stored, also after a failure, and null
+ * otherwise. The session's cursor then tells where decoding stopped.
  */
 MMSLIB_API uint32_t MMS_Decoder_Decode(MMS_Decoder *pDecoder, const uint8_t *pPdu, uint32_t length,
                                        MMSLib_Message **ppMessage);

@@ -7,8 +7,6 @@
 
 #include <stdint.h>
 
-/** @name Words in front of and around the declarations
- *  @{ */
 #if defined(__GNUC__)
 /** Marks what the shared library exports. */
 #define MMSLIB_API __attribute__((visibility("default")))
@@ -17,15 +15,14 @@
 #endif
 
 #ifdef __cplusplus
-/** Begins declarations of C linkage, for C and C++ alike. */
+/** Begins declarations of C linkage, in C and C++ alike. */
 #define MMSLIB_BEGIN_DECLS extern "C" {
-/** Ends them. */
+/** Ends declarations of C linkage. */
 #define MMSLIB_END_DECLS }
 #else
 #define MMSLIB_BEGIN_DECLS
 #define MMSLIB_END_DECLS
 #endif
-/** @} */
 
 MMSLIB_BEGIN_DECLS
 
@@ -41,7 +38,7 @@ MMSLIB_BEGIN_DECLS
 enum MMS_Status {
     /** Refused, absent or not found; a false answer. */
     MMS_STATUS_REFUSED = 0,
-    /** Success. Of a whole PDU: all of it was understood. */
+    /** Success. Of a whole PDU: it was decoded to its end. */
     MMS_STATUS_OK = 1,
     /** The input ends before the value does, the output space is too small, or memory ran out. */
     MMS_STATUS_NO_ROOM = 2,
