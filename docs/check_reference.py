@@ -4,8 +4,9 @@
 Checks the reference that Doxygen made of the public headers, in XML, run in the project directory:
 
 - the C headers document what src/mmslib.map exports, and export what they document;
-- every function, table, type, record field, enumerator and macro has a text of its own;
-- every parameter is named in the text of its function or of a group that the function is in;
+- every function, table, record, field, enumerator and macro has a text, those of C++ too;
+- every parameter in the C headers is named in the text of its function or of a group that the
+  function is in;
 - every name in backquotes, in the C headers and in the documents, is one that there is.
 """
 
@@ -54,11 +55,12 @@ def names(text, word):
 
 
 class Reference:
-    """The members and compounds of the C headers."""
+    """The public members and compounds of the headers."""
 
     def __init__(self, directory):
-        self.members = {}  # by id
-        self.types = {}  # documented records, by name
+        self.members = {}  # of the C headers, by id
+        self.cxx_members = {}  # of the C++ header, by id
+        self.types = {}  # records and classes, by name
         self.group_text = {}  # by id of the group
         self.group_of_member = {}
         self.parent_group = {}
@@ -68,15 +70,18 @@ class Reference:
 
     def add(self, compound):
         kind = compound.get("kind")
-        location = compound.find("location")
         if kind == "group":
             self.group_text[compound.get("id")] = text_of(compound)
             for inner in compound.findall("innergroup"):
                 self.parent_group[inner.get("refid")] = compound.get("id")
-        if kind in ("struct", "union") and location.get("file").endswith(".h"):
+        if kind in ("struct", "union", "class"):
             self.types[compound.findtext("compoundname")] = text_of(compound)
         for member in compound.iter("memberdef"):
-            if member.find("location").get("file").endswith(".h"):
+            if member.get("prot") == "private":
+                continue
+            if not member.find("location").get("file").endswith(".h"):
+                self.cxx_members[member.get("id")] = member
+            else:
                 self.members[member.get("id")] = (member, kind == "struct")
                 if kind == "group":
                     self.group_of_member[member.get("id")] = compound.get("id")
@@ -120,19 +125,25 @@ def check_texts(reference):
     for name, text in reference.types.items():
         if not text:
             problem(f"record {name} has no text")
-    for identifier, (member, _) in reference.members.items():
+    for member in [member for member, _ in reference.members.values()] + list(
+        reference.cxx_members.values()
+    ):
         kind, name = member.get("kind"), member.findtext("name")
-        own = text_of(member)
-        if not own and kind != "typedef":
+        # A typedef of C may give a record its name, and the record has the text.
+        if not text_of(member) and kind != "typedef":
             problem(f"{KINDS.get(kind, kind)} {name} has no text")
         for value in member.findall("enumvalue"):
             if not text_of(value):
                 problem(f"enumerator {value.findtext('name')} has no text")
-        if kind == "function":
-            text = own + " " + reference.shared_text(identifier)
+
+
+def check_parameters(reference):
+    for identifier, (member, _) in reference.members.items():
+        if member.get("kind") == "function":
+            text = text_of(member) + " " + reference.shared_text(identifier)
             for parameter in member.findall("param/declname"):
                 if not names(text, parameter.text):
-                    problem(f"{name}: no text names the parameter {parameter.text}")
+                    problem(f"{member.findtext('name')}: no text names {parameter.text}")
 
 
 def check_names_in_headers(reference):
@@ -173,6 +184,7 @@ def main():
     reference = Reference(sys.argv[1])
     check_exports(reference)
     check_texts(reference)
+    check_parameters(reference)
     check_names_in_headers(reference)
     check_documents()
     for text in problems:

@@ -44,8 +44,9 @@ MMSLIB_API void AdvanceCursor(MMS_Decoder *pDecoder, uint32_t count);
 
 /**
  * Decodes the MMS header block at the cursor into a new entity, which becomes the last of the
- * message's container, also on failure. The block ends with Content-Type or with the PDU. Headers
- * that m-send-req and m-retrieve-conf leave out get their defaults.
+ * message's container, also on failure. The block ends with Content-Type or with the PDU. When it
+ * was decoded without a failure, headers that m-send-req and m-retrieve-conf leave out get their
+ * defaults.
  *
  * Headers without a value codec, application headers, From headers beyond 1500 and recipients
  * beyond 1500 are passed over.

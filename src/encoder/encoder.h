@@ -31,7 +31,7 @@ MMSLIB_BEGIN_DECLS
  * |---------------------------|-------------------------------------------------------------------|
  * | `MMS_STATUS_OK`           | success                                                           |
  * | `MMS_STATUS_NO_ROOM`      | the space is too small, or memory ran out                         |
- * | `MMS_STATUS_MISSING`      | a container without entities, a mandatory header (with validate), |
+ * | `MMS_STATUS_MISSING`      | a message without entities, a mandatory header (with validate),   |
  * |                           | the content type of a part, a media type without "/", the nested  |
  * |                           | container of a multipart entity, a group without mailboxes, a     |
  * |                           | mailbox without address, a disposition without its name, a record |
@@ -82,7 +82,8 @@ MMSLIB_API uint32_t EncodeMmsHeaders(const MMSLib_Message *pMessage, uint8_t *pC
 
 /**
  * Encodes one header: among the MMS headers (`entityHeader` 0) or among those of a part. A header
- * that has no wire form there writes nothing.
+ * that has no wire form there writes nothing. Among the MMS headers Content-Type writes its code
+ * alone, and To, Cc, Bcc and From one header for each address.
  *
  * MMS_STATUS_WRONG_FORM for a generic entity header among the MMS headers, and for an MMS header
  * that has a code and no value codec, unless it holds one of the octets that the header accepts.
