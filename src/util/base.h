@@ -1,17 +1,23 @@
-/* What every public header of the library needs: linkage, visibility and the statuses. */
+/**
+ * @file
+ * What every public header of the library needs: linkage, visibility and the statuses.
+ */
 #ifndef MMSLIB_UTIL_BASE_H
 #define MMSLIB_UTIL_BASE_H
 
 #include <stdint.h>
 
 #if defined(__GNUC__)
+/** Marks what the shared library exports. */
 #define MMSLIB_API __attribute__((visibility("default")))
 #else
 #define MMSLIB_API
 #endif
 
 #ifdef __cplusplus
+/** Begins declarations of C linkage, in C and C++ alike. */
 #define MMSLIB_BEGIN_DECLS extern "C" {
+/** Ends declarations of C linkage. */
 #define MMSLIB_END_DECLS }
 #else
 #define MMSLIB_BEGIN_DECLS
@@ -21,13 +27,18 @@
 MMSLIB_BEGIN_DECLS
 
 /**
- * The statuses that codecs, lookups and model operations return (as `uint8_t` or `uint32_t`).
- * The values 4 and 8 are not used.
+ * @defgroup status Statuses
+ * @{
+ */
+
+/**
+ * The statuses that codecs, lookups and model operations return (as `uint8_t` or `uint32_t`). The
+ * values 4 and 8 are not used.
  */
 enum MMS_Status {
     /** Refused, absent or not found; a false answer. */
     MMS_STATUS_REFUSED = 0,
-    /** Success. Of a whole PDU: all of it was understood. */
+    /** Success. Of a whole PDU: it was decoded to its end. */
     MMS_STATUS_OK = 1,
     /** The input ends before the value does, the output space is too small, or memory ran out. */
     MMS_STATUS_NO_ROOM = 2,
@@ -49,6 +60,8 @@ enum MMS_Status {
 #ifndef __cplusplus
 typedef enum MMS_Status MMS_Status;
 #endif
+
+/** @} */
 
 MMSLIB_END_DECLS
 

@@ -1,4 +1,7 @@
-/* Assigned numbers, names and the lookups that translate between them. All of it is constant. */
+/**
+ * @file
+ * Assigned numbers, names and the lookups that translate between them. All of it is constant.
+ */
 #ifndef MMSLIB_VOCAB_VOCAB_H
 #define MMSLIB_VOCAB_VOCAB_H
 
@@ -6,20 +9,35 @@
 
 MMSLIB_BEGIN_DECLS
 
+/**
+ * @defgroup vocabulary Vocabulary
+ *
+ * Names, numbers and accepted octets of headers and of what stands in them: those of the OMA MMS
+ * encapsulation, of WSP (WAP-230-WSP, appendix A) and of the IANA character sets. Nothing here is
+ * ever freed or changed.
+ * @{
+ */
+
 /** A row of a map. A map ends with a row of number 0 and a null name. */
 typedef struct MMS_MapEntry {
     uint32_t number;  /**< the assigned number */
     const char *name; /**< the name as written in headers, a constant */
 } MMS_MapEntry;
 
-/** The accepted octets of an enumerated header, both ends included, as they stand on the wire.
- *  {0, 0}: the header has no single range. */
+/** The accepted octets of an enumerated header, both ends included, as they stand on the wire. Both
+ *  are 0 when the header has no single range. */
 typedef struct MMS_EnumeratedRange {
-    uint8_t lowest;
-    uint8_t highest;
+    uint8_t lowest;  /**< 0 or 128 to 255 */
+    uint8_t highest; /**< 0 or lowest to 255 */
 } MMS_EnumeratedRange;
 
-/* Header field names */
+/** @} */
+
+/**
+ * @defgroup fieldnames Names of headers
+ * @ingroup vocabulary
+ * @{
+ */
 MMSLIB_API extern const char BCC_FIELD_NAME[4];                     /**< "Bcc" */
 MMSLIB_API extern const char CC_FIELD_NAME[3];                      /**< "Cc" */
 MMSLIB_API extern const char CONTENT_DISPOSITION_FIELD_NAME[20];    /**< "Content-Disposition" */
@@ -92,8 +110,15 @@ MMSLIB_API extern const char
 MMSLIB_API extern const char
     INTERNAL_GENERIC_ENTITY_HEADER_FIELD_NAME[31]; /**< "INTERNAL_Generic-Entity-Header" */
 MMSLIB_API extern const char X_MMS_DRM_CONTENT_FIELD_NAME[18]; /**< "X-Mms-Drm-Content" */
+/** @} */
 
-/* Character-set names; `MMS_CHARSET_UTF_8` stands with the encoded words */
+/**
+ * @defgroup charsets Names of character sets
+ * @ingroup vocabulary
+ *
+ * `MMS_CHARSET_UTF_8` stands with the encoded words.
+ * @{
+ */
 MMSLIB_API extern const char MMS_CHARSET_US_ASCII[9];         /**< "US-ASCII" */
 MMSLIB_API extern const char MMS_CHARSET_ISO_8859_1[11];      /**< "ISO-8859-1" */
 MMSLIB_API extern const char MMS_CHARSET_ISO_8859_9[11];      /**< "ISO-8859-9" */
@@ -103,106 +128,144 @@ MMSLIB_API extern const char MMS_CHARSET_UTF_7[6];            /**< "UTF-7" */
 MMSLIB_API extern const char MMS_CHARSET_UTF_16BE[9];         /**< "UTF-16BE" */
 MMSLIB_API extern const char MMS_CHARSET_UTF_16LE[9];         /**< "UTF-16LE" */
 MMSLIB_API extern const char MMS_CHARSET_UTF_16[7];           /**< "UTF-16" */
+/** @} */
 
-/* Parameter names */
-MMSLIB_API extern const char MMS_Q_STRING[2];            /**< "Q" */
-MMSLIB_API extern const char MMS_CHARSET_STRING[8];      /**< "Charset" */
-MMSLIB_API extern const char MMS_LEVEL_STRING[6];        /**< "Level" */
-MMSLIB_API extern const char MMS_TYPE_STRING[5];         /**< "Type" */
-MMSLIB_API extern const char MMS_HTTP_TYPE_STRING[5];    /**< "Type" */
-MMSLIB_API extern const char MMS_NAME_STRING[5];         /**< "Name" */
-MMSLIB_API extern const char MMS_FILENAME_STRING[9];     /**< "Filename" */
-MMSLIB_API extern const char MMS_DIFFERENCES_STRING[12]; /**< "Differences" */
-MMSLIB_API extern const char MMS_PADDING_STRING[8];      /**< "Padding" */
-MMSLIB_API extern const char MMS_START_STRING[6];        /**< "Start" */
-MMSLIB_API extern const char MMS_START_INFO_STRING[11];  /**< "Start-info" */
-MMSLIB_API extern const char MMS_COMMENT_STRING[8];      /**< "Comment" */
-MMSLIB_API extern const char MMS_DOMAIN_STRING[7];       /**< "Domain" */
-MMSLIB_API extern const char MMS_MAX_AGE_STRING[8];      /**< "Max-age" */
-MMSLIB_API extern const char MMS_PATH_STRING[5];         /**< "Path" */
-MMSLIB_API extern const char MMS_SECURE_STRING[7];       /**< "Secure" */
-
-/* Parameter names that stand in no map */
-MMSLIB_API extern const char MMS_APPLICATION_ID_STRING[15]; /**< "Application-ID" */
+/**
+ * @defgroup parameters Names of parameters
+ * @ingroup vocabulary
+ * @{
+ */
+MMSLIB_API extern const char MMS_Q_STRING[2];               /**< "Q" */
+MMSLIB_API extern const char MMS_CHARSET_STRING[8];         /**< "Charset" */
+MMSLIB_API extern const char MMS_LEVEL_STRING[6];           /**< "Level" */
+MMSLIB_API extern const char MMS_TYPE_STRING[5];            /**< "Type", number 9 */
+MMSLIB_API extern const char MMS_HTTP_TYPE_STRING[5];       /**< "Type", number 3 */
+MMSLIB_API extern const char MMS_NAME_STRING[5];            /**< "Name" */
+MMSLIB_API extern const char MMS_FILENAME_STRING[9];        /**< "Filename" */
+MMSLIB_API extern const char MMS_DIFFERENCES_STRING[12];    /**< "Differences" */
+MMSLIB_API extern const char MMS_PADDING_STRING[8];         /**< "Padding" */
+MMSLIB_API extern const char MMS_START_STRING[6];           /**< "Start" */
+MMSLIB_API extern const char MMS_START_INFO_STRING[11];     /**< "Start-info" */
+MMSLIB_API extern const char MMS_COMMENT_STRING[8];         /**< "Comment" */
+MMSLIB_API extern const char MMS_DOMAIN_STRING[7];          /**< "Domain" */
+MMSLIB_API extern const char MMS_MAX_AGE_STRING[8];         /**< "Max-age" */
+MMSLIB_API extern const char MMS_PATH_STRING[5];            /**< "Path" */
+MMSLIB_API extern const char MMS_SECURE_STRING[7];          /**< "Secure" */
+MMSLIB_API extern const char MMS_APPLICATION_ID_STRING[15]; /**< "Application-ID", in no map */
 MMSLIB_API extern const char
-    MMS_REPLY_TO_APPLICATION_ID_STRING[24]; /**< "Reply-To-Application-ID" */
+    MMS_REPLY_TO_APPLICATION_ID_STRING[24]; /**< "Reply-To-Application-ID", in no map */
+/** @} */
 
-/* Message classes */
+/**
+ * @defgroup classes Message classes
+ * @ingroup vocabulary
+ * @{
+ */
 MMSLIB_API extern const char MMS_PERSONAL_STRING[9];       /**< "Personal" */
 MMSLIB_API extern const char MMS_ADVERTISEMENT_STRING[14]; /**< "Advertisement" */
 MMSLIB_API extern const char MMS_INFORMATIONAL_STRING[14]; /**< "Informational" */
 MMSLIB_API extern const char MMS_AUTO_STRING[5];           /**< "Auto" */
+/** @} */
 
-/* Header name for applications: separate delivery of rights */
-MMSLIB_API extern const char DRM_SEPARATE_DELIVERY_STRING[28]; /**< "X-Oma-Drm-Separate-Delivery" */
+/** "X-Oma-Drm-Separate-Delivery", the name of a generic entity header: rights are delivered on
+ *  their own. The library itself does nothing with it.
+ *  @ingroup fieldnames */
+MMSLIB_API extern const char DRM_SEPARATE_DELIVERY_STRING[28];
 
-/* Maps. Each is an array and a pointer to its first row; the lookups take either. Where a name or a
- * number stands in two rows, a lookup finds the first. */
+/**
+ * @defgroup maps Maps
+ * @ingroup vocabulary
+ *
+ * Each is an array and a pointer to its first row; the lookups take either. Where a name or a
+ * number stands in two rows, a lookup finds the first.
+ * @{
+ */
 
-/** Field ids: the library's own numbers of headers, 1 to 61. */
+/** Field ids: the library's own numbers of headers, 1 to 61. @{ */
 MMSLIB_API extern const MMS_MapEntry FieldNameMap[62];
 MMSLIB_API extern const MMS_MapEntry *const MMS_FIELDNAME_MAP;
+/** @} */
 
 /** MMS header field codes; the octet on the wire is the code OR 0x80. The codes 254 and 255 are the
- *  library's own and never stand on the wire. */
+ *  library's own and never stand on the wire. @{ */
 MMSLIB_API extern const MMS_MapEntry MMS_HEADER_MAP_ARRAY[57];
 MMSLIB_API extern const MMS_MapEntry *const MMS_HEADER_MAP;
+/** @} */
 
-/** WSP entity header codes; the octet on the wire is the code OR 0x80. */
+/** WSP entity header codes; the octet on the wire is the code OR 0x80. @{ */
 MMSLIB_API extern const MMS_MapEntry WSP_HEADER_MAP_ARRAY[6];
 MMSLIB_API extern const MMS_MapEntry *const WSP_HEADER_MAP;
+/** @} */
 
-/** Well-known media types; the octet on the wire is the number OR 0x80. */
+/** Well-known media types; the octet on the wire is the number OR 0x80. @{ */
 MMSLIB_API extern const MMS_MapEntry CONTENT_TYPE_MAP_ARRAY[56];
 MMSLIB_API extern const MMS_MapEntry *const CONTENT_TYPE_MAP;
+/** @} */
 
-/** Character sets by their IANA MIBenum. */
+/** Character sets by their IANA MIBenum. @{ */
 MMSLIB_API extern const MMS_MapEntry CHAR_SET_MAP_ARRAY[11];
 MMSLIB_API extern const MMS_MapEntry *const CHAR_SET_MAP;
+/** @} */
 
-/** Well-known parameters; the octet on the wire is the number OR 0x80. */
+/** Well-known parameters; the octet on the wire is the number OR 0x80. @{ */
 MMSLIB_API extern const MMS_MapEntry WSP_PARAMETER_MAP_ARRAY[17];
 MMSLIB_API extern const MMS_MapEntry *const WSP_PARAMETER_MAP;
+/** @} */
 
-/** Content dispositions by the octet on the wire. */
+/** Content dispositions by the octet on the wire. @{ */
 MMSLIB_API extern const MMS_MapEntry WSP_DISPOSITION_MAP_ARRAY[3];
 MMSLIB_API extern const MMS_MapEntry *const WSP_DISPOSITION_MAP;
+/** @} */
 
-/** Message classes by the octet on the wire. */
+/** Message classes by the octet on the wire. @{ */
 MMSLIB_API extern const MMS_MapEntry MMS_MESSAGE_CLASS_MAP_ARRAY[5];
 MMSLIB_API extern const MMS_MapEntry *const MMS_MESSAGE_CLASS_MAP;
+/** @} */
 
-/* Lookups. Names are compared ignoring case; a returned name is the constant itself. */
+/** @} */
 
-/** The name of the first row whose number has these low 8 bits, or null. */
+/**
+ * @defgroup lookups Lookups
+ * @ingroup vocabulary
+ *
+ * `pMap` is one of the maps, not null. `pName` is compared ignoring case; null is in no map. A
+ * returned name is the constant itself, never to be freed.
+ * @{
+ */
+
+/** The name of the first row whose number has the low 8 bits `number`, or null. */
 MMSLIB_API const char *MMS_SearchMapForString(const MMS_MapEntry *pMap, uint8_t number);
 
-/** The name of the first row whose number has these low 16 bits, or null; rows from one of number
- *  0 on, the first row excepted, are not reached. */
+/** The name of the first row whose number has the low 16 bits `number`, or null; rows from one of
+ *  number 0 on, the first row excepted, are not reached. */
 MMSLIB_API const char *MMS_SearchMapForText(const MMS_MapEntry *pMap, uint16_t number);
 
 /** 1 with the low 8 bits of the number of the first row of that name in *pNumber; 0 with *pNumber 0
- *  when there is none. A null name is in no map. */
+ *  when there is none. For `CHAR_SET_MAP`, whose numbers are longer, there is
+ *  `MMS_SearchMapForInteger`. */
 MMSLIB_API uint32_t MMS_SearchMapForToken(const MMS_MapEntry *pMap, const char *pName,
                                           uint8_t *pNumber);
 
-/** As `MMS_SearchMapForToken`, with the low 16 bits. */
+/** As `MMS_SearchMapForToken`, with the low 16 bits in *pNumber. */
 MMSLIB_API uint32_t MMS_SearchMapForInteger(const MMS_MapEntry *pMap, const char *pName,
                                             uint16_t *pNumber);
 
-/** The name of a field id, or null. */
+/** The name of the field id `fieldId`, 1 to 61, or null for any other. */
 MMSLIB_API const char *MMS_SearchFieldMapForName(uint8_t fieldId);
 
-/** The field id of a header name, or 0. */
+/** The field id of a header name, 1 to 61, or 0 for an unknown one. */
 MMSLIB_API uint8_t MMS_SearchFieldMapForId(const char *pName);
 
-/** The accepted octets of the header with that MMS header code; {0, 0} for a header that is not
- *  enumerated or whose accepted octets are not one range (X-Mms-Response-Status,
- *  X-Mms-Retrieve-Status, X-Mms-Store-Status). */
+/** The accepted octets of the header with the MMS header code `headerCode`, as `MMS_HEADER_MAP` has
+ *  it (without 0x80); {0, 0} for an unknown code, for a header that is not enumerated or whose
+ *  accepted octets are not one range (X-Mms-Response-Status, X-Mms-Retrieve-Status,
+ *  X-Mms-Store-Status). */
 MMSLIB_API MMS_EnumeratedRange MMSGetEnumeratedRange(uint8_t headerCode);
 
 /** The same for a header name; {0, 0} for an unknown name. */
 MMSLIB_API MMS_EnumeratedRange MMSGetEnumeratedRangeByFieldName(const char *pName);
+
+/** @} */
 
 MMSLIB_END_DECLS
 
