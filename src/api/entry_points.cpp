@@ -31,7 +31,8 @@ uint32_t MMSLib_DecodeMessage(const uint8_t *pPdu, uint32_t length, MMSLib_Messa
 uint32_t MMSLib_EncodeMessage(const MMSLib_Message *pMessage, uint8_t **ppPdu, uint32_t *pLength,
                               uint8_t validate) {
     uint8_t small[512];
-    mms::Writer out(small, sizeof small, mms::Writer::Growing{expected_size(*pMessage)});
+    mms::GrowingBlock block(expected_size(*pMessage));
+    mms::Writer out(small, sizeof small, block);
     mms::write_message(out, *pMessage->pContainer, validate != 0);
     if (!out.ok()) {
         return out.status();

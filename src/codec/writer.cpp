@@ -4,12 +4,40 @@
 
 namespace mms {
 
+uint8_t *GrowingBlock::grow(const uint8_t *written, uint32_t count, size_t needed, uint32_t &room) {
+    const size_t wanted = std::max({needed, first_size_, size_t{room} * 2});
+    const size_t size = std::min<size_t>(wanted, UINT32_MAX);
+    const bool first = octets_ == nullptr;
+    auto *grown = static_cast<uint8_t *>(std::realloc(octets_.get(), size));
+    if (grown != nullptr) {
+        static_cast<void>(octets_.release());
+        octets_.reset(grown);
+        room = static_cast<uint32_t>(size);
+        if (first) {
+            std::memcpy(grown, written, count);
+        }
+    }
+    return grown;
+}
+
+OwnedOctets GrowingBlock::take(const uint8_t *written, uint32_t count) {
+    const bool first = octets_ == nullptr;
+    auto *exact = static_cast<uint8_t *>(std::realloc(octets_.get(), count != 0 ? count : 1));
+    if (exact != nullptr) {
+        static_cast<void>(octets_.release());
+        if (first) {
+            std::memcpy(exact, written, count);
+        }
+    }
+    return OwnedOctets(exact);
+}
+
 // The space does not do: what is to be done about it; false after a failure.
 bool Writer::make_room(size_t size) {
     if (!ok()) {
         return false;
     }
-    if (!sizing_ && !grows_ && spans_ == 0) {
+    if (!sizing_ && block_ == nullptr && spans_ == 0) {
         fail(MMS_STATUS_NO_ROOM);
         return false;
     }
@@ -17,44 +45,19 @@ bool Writer::make_room(size_t size) {
         fail(MMS_STATUS_OUT_OF_RANGE);
         return false;
     }
-    if (grows_) {
-        return grow(count_ + size);
+    if (block_ == nullptr) {
+        short_ = true;
+        base_ = nullptr;
+        limit_ = UINT32_MAX;
+        return true;
     }
-    short_ = true;
-    base_ = nullptr;
-    limit_ = UINT32_MAX;
-    return true;
-}
-
-bool Writer::grow(size_t needed) {
-    const size_t wanted = std::max({needed, block_size_, size_t{limit_} * 2});
-    const size_t capacity = std::min<size_t>(wanted, UINT32_MAX);
-    auto *grown = static_cast<uint8_t *>(std::realloc(block_.get(), capacity));
+    uint8_t *grown = block_->grow(base_, count_, count_ + size, limit_);
     if (grown == nullptr) {
         fail(MMS_STATUS_NO_ROOM);
         return false;
     }
-    if (block_ == nullptr) {
-        std::memcpy(grown, base_, count_);
-    }
-    static_cast<void>(block_.release());
-    block_.reset(grown);
     base_ = grown;
-    limit_ = static_cast<uint32_t>(capacity);
     return true;
-}
-
-OwnedOctets Writer::take() {
-    const size_t size = count_ != 0 ? count_ : 1;
-    auto *exact = static_cast<uint8_t *>(std::realloc(block_.get(), size));
-    if (exact == nullptr) {
-        return nullptr;
-    }
-    if (block_ == nullptr) {
-        std::memcpy(exact, base_, count_);
-    }
-    static_cast<void>(block_.release());
-    return OwnedOctets(exact);
 }
 
 } // namespace mms

@@ -10,8 +10,27 @@
 
 namespace mms {
 
-// Writes octets one after the other: into a given space, into a heap block that grows, or, when
-// sizing, nowhere, only counting them.
+// A heap block that grows with what a Writer puts into it, once that is more than the room which
+// the Writer was given to begin with.
+class GrowingBlock {
+public:
+    explicit GrowingBlock(size_t first_size) : first_size_(first_size) {}
+
+    // Takes in what was written elsewhere, with room for `needed` octets and more: where it stands
+    // now and how much room there is, or null without memory.
+    uint8_t *grow(const uint8_t *written, uint32_t count, size_t needed, uint32_t &room);
+
+    // What was written, in a block of exactly that size (of one octet if there is none), or null
+    // without memory.
+    OwnedOctets take(const uint8_t *written, uint32_t count);
+
+private:
+    OwnedOctets octets_;
+    size_t first_size_;
+};
+
+// Writes octets one after the other: into a given space, into a GrowingBlock, or, when sizing, nowhere,
+// only counting them.
 //
 // Codecs take a Writer by reference and write their parts in order; they need not look at the
 // outcome of each. The first failure stays: after it nothing is written any more, and the Writer
@@ -24,13 +43,9 @@ public:
     Writer(uint8_t *output, uint32_t space, bool sizing)
         : base_(sizing ? nullptr : output), limit_(sizing ? UINT32_MAX : space), sizing_(sizing) {}
 
-    // A Writer into a heap block, which is made when `space` octets at `room` no longer do, and
-    // grows when it is too small.
-    struct Growing {
-        size_t first_size;
-    };
-    Writer(uint8_t *room, uint32_t space, Growing block)
-        : base_(room), limit_(space), block_size_(block.first_size), grows_(true) {}
+    // A Writer into a block, after the given room is used up.
+    Writer(uint8_t *room, uint32_t space, GrowingBlock &block)
+        : base_(room), limit_(space), block_(&block) {}
 
     [[nodiscard]] MMS_Status status() const { return status_; }
     [[nodiscard]] bool ok() const { return status_ == MMS_STATUS_OK; }
@@ -105,9 +120,8 @@ public:
         Writer &out_;
     };
 
-    // What was written, in a heap block of exactly that size (of one octet if there is none), or
-    // null without memory.
-    OwnedOctets take();
+    // What a Writer into a block has written, as `GrowingBlock::take` gives it.
+    OwnedOctets take() { return block_->take(base_, count_); }
 
 private:
     // Where the octet of that position is; null when nothing is written.
@@ -115,17 +129,14 @@ private:
         return base_ != nullptr ? base_ + position : nullptr;
     }
     bool make_room(size_t size);
-    bool grow(size_t needed);
 
     uint8_t *base_;
     uint32_t count_ = 0;
     uint32_t limit_;
-    size_t block_size_ = 0;
-    OwnedOctets block_;
+    GrowingBlock *block_ = nullptr;
     MMS_Status status_ = MMS_STATUS_OK;
     uint32_t spans_ = 0;
     bool sizing_ = false;
-    bool grows_ = false;
     bool short_ = false;
 };
 
