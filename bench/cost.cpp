@@ -167,7 +167,7 @@ void run_decode(benchmark::State &state, const Octets &pdu) {
     peak = 0;
     MMSLib_Message_Destroy(decode(pdu));
     state.counters["memory"] = static_cast<double>(peak);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         MMSLib_Message_Destroy(decode(pdu));
     }
 }
@@ -175,7 +175,7 @@ void run_decode(benchmark::State &state, const Octets &pdu) {
 // Both passes of the encoder, for what was decoded.
 void run_encode(benchmark::State &state, const Octets &pdu) {
     MMSLib_Message *message = decode(pdu);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         Encoded encoded;
         encoded.status = MMSLib_EncodeMessage(message, &encoded.octets, &encoded.length, 0);
         std::free(encoded.octets);

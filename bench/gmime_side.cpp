@@ -214,7 +214,7 @@ Content from_mime(GMimeMessage *message) {
     content.from = from.empty() ? Mailbox() : from.front();
     content.to = mailboxes(message, GMIME_ADDRESS_TYPE_TO);
     GMimeObject *body = g_mime_message_get_mime_part(message);
-    if (body != nullptr && header(message, "X-Mms-Message-Type") != "130") {
+    if (body != nullptr && g_mime_object_get_header(body, "Content-Type") != nullptr) {
         content.body = from_mime(body);
     }
     return content;

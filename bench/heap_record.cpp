@@ -15,6 +15,7 @@ class Recorder {
 public:
     void allocated(void *address, size_t size) {
         if (address != nullptr) {
+            ++allocations_;
             blocks_.push_back({address, size});
         }
     }
@@ -29,6 +30,7 @@ public:
 
     [[nodiscard]] bench::HeapRecord contents() const {
         bench::HeapRecord record;
+        record.allocations = allocations_;
         for (const Block &block : blocks_) {
             const auto *octets = static_cast<const uint8_t *>(block.address);
             record.sizes.push_back(block.size);
@@ -49,6 +51,7 @@ private:
         return newest == blocks_.rend() ? blocks_.end() : std::prev(newest.base());
     }
 
+    size_t allocations_ = 0;
     std::vector<Block> blocks_;
     std::vector<void *> freed_;
 };

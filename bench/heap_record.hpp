@@ -13,6 +13,7 @@ struct HeapRecord {
     std::vector<size_t> sizes;
     std::vector<uint8_t> contents;     // of all blocks, one after the other
     std::vector<size_t> release_order; // indices
+    size_t allocations = 0;            // made on the way, the blocks' own among them
 };
 
 // Records the blocks that are left when `make` returns, with what they hold then, and the order in

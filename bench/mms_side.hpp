@@ -45,7 +45,7 @@ public:
     void decode() const override;
     void encode() const override;
 
-    [[nodiscard]] size_t blocks() const { return record_.sizes.size(); }
+    [[nodiscard]] const HeapRecord &record() const { return record_; }
 
 private:
     HeapRecord record_;

@@ -48,12 +48,12 @@ Part smil(const std::string &image, const std::string &words) {
             {{"Charset", "UTF-8"}, {"Name", "smil.xml"}},
             "<smil>",
             "smil.xml",
-            "<smil><head><layout><root-layout width=\"320\" height=\"480\"/>"
-            "<region id=\"Image\" width=\"320\" height=\"320\" left=\"0\" top=\"0\" fit=\"meet\"/>"
-            "<region id=\"Text\" width=\"320\" height=\"160\" left=\"0\" top=\"320\"/>"
-            "</layout></head><body><par dur=\"5000ms\"><img src=\"" +
-                image + "\" region=\"Image\"/><text src=\"" + words +
-                "\" region=\"Text\"/></par></body></smil>",
+            R"(<smil><head><layout><root-layout width="320" height="480"/>)"
+            R"(<region id="Image" width="320" height="320" left="0" top="0" fit="meet"/>)"
+            R"(<region id="Text" width="320" height="160" left="0" top="320"/>)"
+            R"(</layout></head><body><par dur="5000ms"><img src=")" +
+                image + R"(" region="Image"/><text src=")" + words +
+                R"(" region="Text"/></par></body></smil>)",
             {}};
 }
 
