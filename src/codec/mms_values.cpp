@@ -8,7 +8,6 @@ namespace mms {
 namespace {
 
 constexpr size_t longest_address = 320;
-constexpr uint8_t address_present = 128;
 constexpr uint8_t token_absolute = 128;
 constexpr uint8_t token_relative = 129;
 constexpr uint8_t first_class = 128;

@@ -45,6 +45,8 @@ MMS_Status read_recipient(Reader &in, OwnedMailbox &mailbox);
 MMS_Status read_sender(Reader &in, OwnedMailbox &mailbox);
 
 constexpr uint8_t message_class_code = 10;
+// The token of a From that has an address.
+constexpr uint8_t address_present = 0x80;
 
 MMS_Status read_version(Reader &in, uint8_t &version);
 MMS_Status read_mms_text(Reader &in, uint8_t header_code, OwnedText &text);

@@ -29,8 +29,8 @@ private:
     size_t first_size_;
 };
 
-// Writes octets one after the other: into a given space, into a GrowingBlock, or, when sizing, nowhere,
-// only counting them.
+// Writes octets one after the other: into a given space, into a GrowingBlock, or, when sizing,
+// nowhere, only counting them.
 //
 // Codecs take a Writer by reference and write their parts in order; they need not look at the
 // outcome of each. The first failure stays: after it nothing is written any more, and the Writer

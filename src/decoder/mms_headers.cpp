@@ -199,13 +199,12 @@ MMS_Status decode_header(MMS_Decoder &session, FieldIndex &fields, bool &last) {
     }
 }
 
-MMS_Status decode_block(MMS_Decoder &session, MMS_Entity &entity) {
+MMS_Status decode_block(MMS_Decoder &session, FieldIndex &fields) {
     session.fromCount = 0;
     session.recipientCount = 0;
     if (session.remaining == 0) {
         return MMS_STATUS_NO_ROOM;
     }
-    FieldIndex fields(entity);
     bool last = false;
     while (session.remaining != 0 && !last) {
         const MMS_Status status = decode_header(session, fields, last);
@@ -245,10 +244,12 @@ bool set_default(MMS_Container *container, const Default &row) {
                           : set_field(entity, row.id, slot_of(row.octet));
 }
 
-MMS_Status set_defaults(MMS_Container *container) {
+// `fields` are those that the container's last entity got from the block.
+MMS_Status set_defaults(MMS_Container *container, const FieldIndex &fields) {
     const uint32_t type = integer_of(find_value(container, FieldId::x_mms_message_type));
     for (const Default &row : defaults) {
-        if (row.message_type == type && !set_default(container, row)) {
+        if (row.message_type == type && fields.find_value(row.id) == nullptr &&
+            !set_default(container, row)) {
             return MMS_STATUS_NO_ROOM;
         }
     }
@@ -265,6 +266,7 @@ uint32_t DecodeMmsHeaders(MMS_Decoder *pDecoder) {
     if (!entity || MMS_AddEntity(container, entity.get(), &position) == 0) {
         return MMS_STATUS_NO_ROOM;
     }
-    const MMS_Status status = mms::decode_block(*pDecoder, *entity.release());
-    return mms::failed(status) ? status : mms::set_defaults(container);
+    mms::FieldIndex fields(*entity.release());
+    const MMS_Status status = mms::decode_block(*pDecoder, fields);
+    return mms::failed(status) ? status : mms::set_defaults(container, fields);
 }

@@ -18,7 +18,6 @@ constexpr uint32_t m_read_orig_ind = 0x88;
 constexpr uint32_t m_forward_req = 0x89;
 
 constexpr uint8_t from_code = 9;
-constexpr uint8_t address_present = 0x80;
 // A From that asks the network to insert the sender's address.
 constexpr uint8_t insert_address_from[] = {0x89, 0x01, 0x81};
 
@@ -46,8 +45,8 @@ constexpr Mandatory mandatory_for_others = {0, {Id::x_mms_mms_version, Id::x_mms
 
 // Whether the header's getter reports a value; a Date of 0 is one.
 bool present(const MMS_Container &container, Id id) {
-    return id == Id::date ? find_entity(container.pEntityList, id) != nullptr
-                          : find_value(&container, id) != nullptr;
+    const MMS_Field *field = find_field(&container, id);
+    return field != nullptr && (id == Id::date || field->pValue != nullptr);
 }
 
 bool has_recipient(const MMS_Container &container) {
@@ -231,9 +230,9 @@ bool holds_default(const MMS_Field &field) {
 
 void write_leading_headers(Writer &out, const MMS_Container &container, uint32_t message_type) {
     for (const Id id : leading_headers(message_type)) {
-        const MMS_Entity *entity = find_entity(container.pEntityList, id);
-        if (entity != nullptr) {
-            write_mms_header(out, *find_field(entity, id));
+        const MMS_Field *field = find_field(&container, id);
+        if (field != nullptr) {
+            write_mms_header(out, *field);
         }
     }
 }

@@ -175,9 +175,19 @@ MMS_Entity *find_entity(const MMS_EntityList *list, FieldId id) {
     return nullptr;
 }
 
+MMS_Field *find_field(const MMS_Container *container, FieldId id) {
+    for (const MMS_Entity *entity : Entities(container->pEntityList)) {
+        MMS_Field *field = find_field(entity, id);
+        if (field != nullptr) {
+            return field;
+        }
+    }
+    return nullptr;
+}
+
 void *find_value(const MMS_Container *container, FieldId id) {
-    const MMS_Entity *entity = find_entity(container->pEntityList, id);
-    return entity != nullptr ? find_value(entity, id) : nullptr;
+    const MMS_Field *field = find_field(container, id);
+    return field != nullptr ? field->pValue : nullptr;
 }
 
 MMS_Entity *entity_for(const MMS_Container *container, FieldId id) {

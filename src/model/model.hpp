@@ -168,7 +168,10 @@ bool set_owned(MMS_Entity *entity, FieldId id, std::unique_ptr<Record, Deleter> 
 // The first entity of the list, nested containers left aside, that has a field of that header.
 MMS_Entity *find_entity(const MMS_EntityList *list, FieldId id);
 
-// The value of that header in the first entity of the container that has it, or null (0).
+// The field of that header in the first entity of the container that has it, or null.
+MMS_Field *find_field(const MMS_Container *container, FieldId id);
+
+// The value of that field, or null (0).
 void *find_value(const MMS_Container *container, FieldId id);
 
 // Where a header of the container is stored: in the first entity that has it, else in the first of

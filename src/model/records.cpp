@@ -12,6 +12,17 @@ bool copy_optional(const char *text, OwnedText &copy) {
     return text == nullptr || copy;
 }
 
+// Names of the parameter map are not owned; most are its own constants.
+bool owns_name(const MMS_Parameter &parameter) {
+    const char *name = parameter.pName;
+    for (const MMS_MapEntry *row = WSP_PARAMETER_MAP; row->name != nullptr; ++row) {
+        if (row->name == name) {
+            return false;
+        }
+    }
+    return name != nullptr && mms::known_parameter(mms::view_of(name)) == nullptr;
+}
+
 } // namespace
 
 MMS_EncodedString *MMS_CreateEncodedString(const char *pText, const char *pCharset) {
@@ -67,9 +78,8 @@ MMS_Parameter *MMS_CreateParameter(const char *pName, const char *pValue) {
 
 void MMS_DestroyParameter(MMS_Parameter *pParameter) {
     if (pParameter != nullptr) {
-        char *name = pParameter->pName;
-        if (name != nullptr && mms::known_parameter(mms::view_of(name)) == nullptr) {
-            std::free(name);
+        if (owns_name(*pParameter)) {
+            std::free(pParameter->pName);
         }
         std::free(pParameter->pValue);
         std::free(pParameter);

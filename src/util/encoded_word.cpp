@@ -37,7 +37,7 @@ size_t find_close(TextView text) {
 }
 
 bool parse_word(TextView text, Word &word) {
-    if (!matches(text, 0, "=?")) {
+    if (text.size < charset_at || text.data[0] != '=' || text.data[1] != '?') {
         return false;
     }
     const TextView run = text.first(text.find('\r', '\n', ' ', '\0'));
