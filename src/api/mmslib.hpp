@@ -78,7 +78,7 @@ public:
             skip();
             return *this;
         }
-        iterator operator++(int) noexcept {
+        iterator operator++(int) noexcept { // NOLINT(cert-dcl21-cpp): the concept has it non-const
             const iterator before = *this;
             ++*this;
             return before;
@@ -320,7 +320,7 @@ public:
 
     /** The header's value: `part.get(mms::header::content_id)`. */
     template <detail::header_of<MMS_Entity> Header>
-    [[nodiscard]] std::optional<typename Header::value_type> get(Header) const noexcept {
+    [[nodiscard]] std::optional<typename Header::value_type> get(Header /*header*/) const noexcept {
         return entity_ != nullptr ? Header::get(entity_) : std::nullopt;
     }
 
@@ -386,12 +386,12 @@ public:
 
     /** Stores a value in place of the old one: `part.set(mms::header::content_id, "<smil>")`. */
     template <detail::header_of<MMS_Entity> Header>
-    [[nodiscard]] bool set(Header, const typename Header::value_type &value) const {
+    [[nodiscard]] bool set(Header /*header*/, const typename Header::value_type &value) const {
         return entity_ != nullptr && Header::set(entity_, value);
     }
     /** Deletes a header; false also when it is absent. */
     template <detail::header_of<MMS_Entity> Header>
-    bool erase(Header) const noexcept {
+    bool erase(Header /*header*/) const noexcept {
         return entity_ != nullptr && Header::erase(entity_);
     }
 
@@ -502,28 +502,28 @@ public:
     /** The header's value: `message.get(mms::header::subject)`. What it gives points into the
      *  message, so a message that ends with the expression has no `get`, `root` and `parts`. */
     template <detail::header_of<MMS_Container> Header>
-    [[nodiscard]] auto get(Header) const &noexcept {
+    [[nodiscard]] auto get(Header /*header*/) const &noexcept {
         return record_ ? Header::get(container()) : decltype(Header::get(container())){};
     }
     template <class Header>
-    void get(Header) const && = delete;
+    void get(Header /*header*/) const && = delete;
 
     /** Stores a value in place of the old one: `message.set(mms::header::priority,
      *  mms::priority::high)`, or, for addresses, `message.set(mms::header::to, {{"a@example.net"},
      *  {"b@example.net"}})` with at least one. */
     template <detail::header_of<MMS_Container> Header>
-    [[nodiscard]] bool set(Header, const typename Header::value_type &value) {
+    [[nodiscard]] bool set(Header /*header*/, const typename Header::value_type &value) {
         return record_ && Header::set(container(), value);
     }
     /** Appends an address to those of the header. */
     template <class Header>
     requires requires { &Header::add; }
-    [[nodiscard]] bool add(Header, const address &address) {
+    [[nodiscard]] bool add(Header /*header*/, const address &address) {
         return record_ && Header::add(container(), address);
     }
     /** Deletes a header; false also when it is absent. */
     template <detail::header_of<MMS_Container> Header>
-    bool erase(Header) noexcept {
+    bool erase(Header /*header*/) noexcept {
         return record_ && Header::erase(container());
     }
 

@@ -1,0 +1,117 @@
+#!/usr/bin/env bash
+# install_test.sh <build directory> <project directory> <cmake> <C compiler> <C++ compiler>
+# Programs in C and C++ find an installed library by pkg-config and by find_package, the library is
+# wherever the prefix has been moved to, and the tool runs from there.
+set -euo pipefail
+build=$1 project=$2 cmake=$3 cc=$4 cxx=$5
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+fail() {
+    printf 'FAILED: %s\n' "$*"
+    exit 1
+}
+command -v pkg-config >"$work/log" || fail "pkg-config is not installed"
+unset DESTDIR
+
+"$cmake" --install "$build" --prefix "$work/first" >"$work/log" || fail "$(<"$work/log")"
+mv "$work/first" "$work/prefix"
+prefix=$work/prefix
+pc=$(find "$prefix" -name mmslib.pc)
+libdir=$(dirname "$(dirname "$pc")")
+export PKG_CONFIG_PATH=${pc%/*}
+
+# The headers do not need their source tree, and nothing names the directories of the build.
+! grep -rIl -e "$build" -e "$project" -e "$work" "$prefix" || fail "these files name directories"
+for file in include/mmslib.h include/mmslib.hpp bin/mmspdu share/man/man1/mmspdu.1 \
+    share/bash-completion/completions/mmspdu share/doc/mmslib/LICENSE; do
+    [[ -f $prefix/$file ]] || fail "$file is not installed"
+done
+
+# run <program>: a C program reads a PDU; one in C++ writes a PDU and reads it.
+run() {
+    local program=$1 name printed libraries
+    name=${program##*/}
+    libraries=$(readelf -d "$program" | grep NEEDED)
+    if [[ $name == *_cpp* ]]; then
+        printed=$("$program" "$work/message.mms") || fail "$name: status $?"
+        [[ $printed == *"text/plain, 12 octets" ]] || fail "$name: $printed"
+    else
+        printed=$("$program" "$project/samples/retrieve-conf-nested.mms") || fail "$name: status $?"
+        [[ $printed == "application/smil, 319 octets"$'\n'* ]] || fail "$name: $printed"
+        [[ $libraries != *c++* ]] || fail "$name needs a C++ runtime: $libraries"
+    fi
+    if [[ $name == *_static ]]; then
+        [[ $libraries != *libmmslib* ]] || fail "$name uses the shared library"
+    else
+        [[ $libraries == *"[libmmslib.so.0]"* ]] || fail "$name does not use the shared library"
+    fi
+}
+
+# --- by pkg-config ---------------------------------------------------------------------------------
+
+version=$(pkg-config --modversion mmslib)
+read -ra cflags <<<"$(pkg-config --cflags mmslib)"
+read -ra libs <<<"$(pkg-config --libs mmslib)"
+"$cc" "${cflags[@]}" "$project/examples/read.c" -o "$work/pc_c" "${libs[@]}" -Wl,-rpath,"$libdir"
+"$cc" "${cflags[@]}" "$project/examples/read.c" -o "$work/pc_c_static" "$libdir/libmmslib.a"
+"$cxx" -std=c++20 "${cflags[@]}" "$project/examples/message.cpp" -o "$work/pc_cpp" "${libs[@]}" \
+    -Wl,-rpath,"$libdir"
+"$cxx" -std=c++20 "${cflags[@]}" "$project/examples/message.cpp" -o "$work/pc_cpp_static" \
+    "$libdir/libmmslib.a"
+for program in pc_c pc_c_static pc_cpp pc_cpp_static; do
+    run "$work/$program"
+done
+
+# --- by find_package: the C programs in a project without C++ ---------------------------------------
+
+# use_package <language> <source> <suffix of the programs>
+use_package() {
+    mkdir "$work/$1"
+    cat >"$work/$1/CMakeLists.txt" <<CMAKE
+cmake_minimum_required(VERSION 3.25)
+project(client LANGUAGES $1)
+set(CMAKE_CXX_STANDARD 20)
+find_package(mmslib ${version%.*} REQUIRED)
+find_package(mmslib 99 QUIET)
+if(mmslib_FOUND)
+    message(FATAL_ERROR "version \${mmslib_VERSION} was taken for 99")
+endif()
+find_package(mmslib REQUIRED)
+add_executable(cmake_$3 "$2")
+target_link_libraries(cmake_$3 mmslib::mmslib)
+add_executable(cmake_$3_static "$2")
+target_link_libraries(cmake_$3_static mmslib::mmslib_static)
+CMAKE
+    { "$cmake" -S "$work/$1" -B "$work/$1/build" -DCMAKE_PREFIX_PATH="$prefix" \
+        -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" --no-warn-unused-cli &&
+        "$cmake" --build "$work/$1/build"; } >"$work/log" 2>&1 || fail "$(<"$work/log")"
+    run "$work/$1/build/cmake_$3"
+    run "$work/$1/build/cmake_$3_static"
+}
+use_package C "$project/examples/read.c" c
+use_package CXX "$project/examples/message.cpp" cpp
+
+# --- the tool ----------------------------------------------------------------------------------------
+
+"$prefix/bin/mmspdu" --version | grep -qF "$version" || fail "mmspdu --version"
+# shellcheck source=/dev/null
+. "$prefix/share/bash-completion/completions/mmspdu"
+
+# completions <word>...: what the last word can become.
+completions() {
+    COMP_WORDS=(mmspdu "$@") COMP_CWORD=$#
+    _mmspdu
+    printf '%s\n' "${COMPREPLY[@]}" | sort | xargs
+}
+[[ $(completions "") == "check recode show" ]] || fail "commands: $(completions "")"
+[[ $(completions re) == "recode" ]] || fail "re: $(completions re)"
+[[ $(completions check some-file "") == "" ]] || fail "check: $(completions check some-file "")"
+for command in "" show recode check; do
+    # shellcheck disable=SC2086
+    expected=$("$prefix/bin/mmspdu" $command --help | grep -oE '^ +(-h,)?--[a-z]+' |
+        grep -oE -- '--[a-z]+' | sort | xargs)
+    # shellcheck disable=SC2086
+    [[ $(completions $command --) == "$expected" ]] ||
+        fail "options of mmspdu $command: $(completions $command --), but $expected"
+done
+printf 'Version %s is installed and used from C and C++.\n' "$version"
