@@ -288,7 +288,8 @@ inline constexpr address_header<MMSLib_GetCc, MMSLib_SetCc, MMSLib_DelCc> cc;
 inline constexpr address_header<MMSLib_GetBcc, MMSLib_SetBcc, MMSLib_DelBcc> bcc;
 inline constexpr address_header<MMSLib_GetFrom, MMSLib_SetFrom, MMSLib_DelFrom> from;
 
-/* Of a part. */
+/* Of a part; `part_location` is Content-Location, `content_location` above X-Mms-Content-Location.
+ */
 inline constexpr single<std::string_view, MMS_GetContentId, MMS_SetContentId, MMS_DelContentId>
     content_id;
 inline constexpr single<std::string_view, MMS_GetContentLocation, MMS_SetContentLocation,

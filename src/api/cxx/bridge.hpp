@@ -162,7 +162,8 @@ inline std::optional<std::uint32_t> count_of(std::uint32_t number) noexcept { re
 
 inline owned_special_time record_of(const special_time &value) {
     const auto count = std::visit([](auto time) { return count_of(time); }, value);
-    return owned_special_time(count ? MMS_CreateSpecialTime(value.index() == 0 ? 1 : 0, *count) : nullptr);
+    return owned_special_time(count ? MMS_CreateSpecialTime(value.index() == 0 ? 1 : 0, *count)
+                                    : nullptr);
 }
 
 inline owned_mailbox record_of(const address &value) {
