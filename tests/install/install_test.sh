@@ -62,34 +62,45 @@ for program in pc_c pc_c_static pc_cpp pc_cpp_static; do
     run "$work/$program"
 done
 
-# --- by find_package: the C programs in a project without C++ ---------------------------------------
+# --- by find_package: C alone, and beside C++, where the linker could become that of C++ --------------
 
-# use_package <language> <source> <suffix of the programs>
+# use_package <languages> <program>...: _c programs are read.c, _cpp programs message.cpp.
 use_package() {
-    mkdir "$work/$1"
-    cat >"$work/$1/CMakeLists.txt" <<CMAKE
+    local languages=$1 project_dir="$work/$1" program
+    shift
+    mkdir "$project_dir"
+    cp "$project"/examples/{read.c,message.cpp} "$project_dir"
+    cat >"$project_dir/CMakeLists.txt" <<CMAKE
 cmake_minimum_required(VERSION 3.25)
-project(client LANGUAGES $1)
+project(client LANGUAGES $languages)
 set(CMAKE_CXX_STANDARD 20)
-find_package(mmslib ${version%.*} REQUIRED)
 find_package(mmslib 99 QUIET)
 if(mmslib_FOUND)
     message(FATAL_ERROR "version \${mmslib_VERSION} was taken for 99")
 endif()
-find_package(mmslib REQUIRED)
-add_executable(cmake_$3 "$2")
-target_link_libraries(cmake_$3 mmslib::mmslib)
-add_executable(cmake_$3_static "$2")
-target_link_libraries(cmake_$3_static mmslib::mmslib_static)
+find_package(mmslib ${version%.*} REQUIRED)
+foreach(program $*)
+    if(program MATCHES "_cpp$")
+        set(source message.cpp)
+    else()
+        set(source read.c)
+    endif()
+    add_executable(\${program} \${source})
+    target_link_libraries(\${program} mmslib::mmslib)
+    add_executable(\${program}_static \${source})
+    target_link_libraries(\${program}_static mmslib::mmslib_static)
+endforeach()
 CMAKE
-    { "$cmake" -S "$work/$1" -B "$work/$1/build" -DCMAKE_PREFIX_PATH="$prefix" \
+    { "$cmake" -S "$project_dir" -B "$project_dir/build" -DCMAKE_PREFIX_PATH="$prefix" \
         -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" --no-warn-unused-cli &&
-        "$cmake" --build "$work/$1/build"; } >"$work/log" 2>&1 || fail "$(<"$work/log")"
-    run "$work/$1/build/cmake_$3"
-    run "$work/$1/build/cmake_$3_static"
+        "$cmake" --build "$project_dir/build"; } >"$work/log" 2>&1 || fail "$(<"$work/log")"
+    for program; do
+        run "$project_dir/build/$program"
+        run "$project_dir/build/${program}_static"
+    done
 }
-use_package C "$project/examples/read.c" c
-use_package CXX "$project/examples/message.cpp" cpp
+use_package C cmake_c
+use_package "C CXX" mixed_c mixed_cpp
 
 # --- the tool ----------------------------------------------------------------------------------------
 
