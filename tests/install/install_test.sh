@@ -74,6 +74,7 @@ use_package() {
 cmake_minimum_required(VERSION 3.25)
 project(client LANGUAGES $languages)
 set(CMAKE_CXX_STANDARD 20)
+add_link_options(LINKER:--no-as-needed) # a C++ runtime stays, even if nothing uses it
 find_package(mmslib 99 QUIET)
 if(mmslib_FOUND)
     message(FATAL_ERROR "version \${mmslib_VERSION} was taken for 99")
@@ -112,7 +113,7 @@ use_package "C CXX" mixed_c mixed_cpp
 completions() {
     COMP_WORDS=(mmspdu "$@") COMP_CWORD=$#
     _mmspdu
-    printf '%s\n' "${COMPREPLY[@]}" | sort | xargs
+    printf '%s\n' "${COMPREPLY[@]}" | sort | paste -sd " "
 }
 [[ $(completions "") == "check recode show" ]] || fail "commands: $(completions "")"
 [[ $(completions re) == "recode" ]] || fail "re: $(completions re)"
@@ -120,7 +121,7 @@ completions() {
 for command in "" show recode check; do
     # shellcheck disable=SC2086
     expected=$("$prefix/bin/mmspdu" $command --help | grep -oE '^ +(-h,)?--[a-z]+' |
-        grep -oE -- '--[a-z]+' | sort | xargs)
+        grep -oE -- '--[a-z]+' | sort | paste -sd " ")
     # shellcheck disable=SC2086
     [[ $(completions $command --) == "$expected" ]] ||
         fail "options of mmspdu $command: $(completions $command --), but $expected"
