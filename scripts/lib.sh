@@ -97,4 +97,4 @@ test_preset() (
 )
 
 build_packages=(g++ cmake ninja-build libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev)
+test_packages=("${build_packages[@]}" libgtest-dev pkg-config)
