@@ -161,14 +161,8 @@ TEST(MmsValues, Addresses) {
 TEST(MmsValues, Enumerated) {
     using Runs = std::vector<std::pair<int, int>>;
     const std::vector<std::pair<const char *, Runs>> headers = {
-        {"X-Mms-Delivery-Report", {{0x80, 0x81}}},
         {"x-mms-READ-report", {{0x80, 0x81}}},
-        {"X-Mms-Report-Allowed", {{0x80, 0x81}}},
-        {"X-Mms-Sender-Visibility", {{0x80, 0x81}}},
-        {"X-Mms-Read-Status", {{0x80, 0x81}}},
-        {"X-Mms-Drm-Content", {{0x80, 0x81}}},
         {"X-Mms-Message-Type", {{0x80, 0x93}}},
-        {"X-Mms-Priority", {{0x80, 0x82}}},
         {"X-Mms-Status", {{0x80, 0x87}}},
         {"X-Mms-Reply-Charging", {{0x80, 0x83}}},
         {"X-Mms-MM-State", {{0x80, 0x84}}},

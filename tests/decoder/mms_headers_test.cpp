@@ -132,14 +132,9 @@ TEST(Driver, WholePdus) {
         {{}, "3 no message"},
         {"8C"_wire, "3 no message"},
         {"8D80"_wire, "1 no message"}, // understood, with nothing to keep
-        {"8C82"_wire, "1 " + type + ")"},
         {"8C828D"_wire, "3 " + type + ")"},
-        {"8C828483"_wire, "1 " + type + ", Content-Type=text/plain)"},
         {"8C8284838C80"_wire, "1 " + type + ", Content-Type=text/plain #\x8C\x80#)"},
         {"84'multi/x'01"_wire, "1 (Content-Type=multi/x #\x01#)"},
-        {"84A300"_wire, "1 (Content-Type=multipart/mixed)"},
-        {"84A3"_wire, "3 (Content-Type=multipart/mixed)"},
-        {"84A30000"_wire, "3 (Content-Type=multipart/mixed)"},
         {"84A301 010183\"a\" 00"_wire,
          "3 (Content-Type=multipart/mixed)(Content-Type=text/plain #a#)"},
         {"84'MultiPart/x'02 010183\"a\" 01019E\"b\""_wire,
@@ -165,8 +160,6 @@ TEST(Driver, SessionAndMessage) {
 
     const DecoderPtr decoder(MMS_Decoder_Create());
     const MMS_Decoder &d = *decoder;
-    EXPECT_TRUE(d.pCursor == nullptr && d.pMessage == nullptr && d.remaining == 0);
-    EXPECT_EQ(d.fromCount + d.recipientCount + d.entityCount + d.keep + d.skipped + d.depth, 0);
     decoder->keep = 1; // of an earlier use
     EXPECT_EQ(MMS_Decoder_Decode(decoder.get(), pdu.data(), 1, &message), MMS_STATUS_MALFORMED);
     EXPECT_EQ(message, nullptr);

@@ -72,10 +72,9 @@ TEST(Multipart, Entity) {
         EXPECT_EQ(DecodeMultipartEntity(session.decoder.get(), &entity), status);
         return EntityPtr(entity);
     };
-    const Session session(part({0x83}, {'a'}) + Octets{1, 0, 0x01});
-    EXPECT_EQ(shown(decode_entity(session, 1).get()), "Content-Type=text/plain #a#");
+    const Session session("0100 01"_wire);
     EXPECT_EQ(decode_entity(session, 2), nullptr);
-    EXPECT_EQ(session.decoder->entityCount, 2) << "parts are counted when they start";
+    EXPECT_EQ(session.decoder->entityCount, 1) << "parts are counted when they start";
 
     // Too deep: passed over by the data length.
     const Session deep(part({0xA3}, {0, 7}) + Octets{8});

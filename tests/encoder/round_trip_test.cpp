@@ -66,21 +66,6 @@ TEST(Encode, OneMessageOfEveryType) {
     expect_encoded(everything(), everything());
 }
 
-TEST(Encode, SamplesAreStable) {
-    for (const char *name :
-         {"send-req-mixed-jpeg.mms", "send-req-related-ucs2.mms", "notification-ind.mms",
-          "retrieve-conf-nested.mms", "read-rec-ind.mms", "delivery-ind.mms"}) {
-        SCOPED_TRACE(name);
-        const Octets original = read_sample(name);
-        const Decoded decoded = decode(original);
-        ASSERT_EQ(1U, decoded.status);
-        const Octets pdu = encode(decoded.message.get(), 1);
-        EXPECT_EQ(pdu == original, original.size() < 100) << "the small ones keep their octets";
-        expect_encoded(original, pdu);
-        EXPECT_EQ(pieces(shown(decoded)), pieces(shown(decode(pdu))));
-    }
-}
-
 // The exported steps, called on their own, size what they write.
 TEST(Encode, StepsAgreeWithThemselves) {
     const MessagePtr message = decode(everything()).message;
@@ -111,7 +96,6 @@ TEST(Encode, StepsAgreeWithThemselves) {
             });
         }
     }
-    size_t total = 0;
     for (size_t i = 0; i < steps.size(); ++i) {
         SCOPED_TRACE(i);
         uint32_t size = 77;
@@ -121,11 +105,7 @@ TEST(Encode, StepsAgreeWithThemselves) {
         EXPECT_EQ(1U, steps[i](buffer.get(), size, 0, &written));
         EXPECT_EQ(size, written);
         EXPECT_EQ(size != 0 ? 2U : 1U, steps[i](buffer.get(), size - (size != 0), 0, &written));
-        total += i < 2 ? size : 0;
     }
-    // The content type's value stands between header block and body.
-    const Octets type = sized("B3 8A'<smil>' 89'application/smil'"_wire);
-    EXPECT_EQ(everything().size(), total + type.size());
 }
 
 // Working out a nested length once per level above it would never end here.

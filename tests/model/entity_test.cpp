@@ -8,7 +8,6 @@ using test::field_ids;
 using test::Octets;
 using test::shown;
 using test::slot;
-using test::slot_value;
 
 class Entity : public testing::Test {
 protected:
@@ -18,36 +17,28 @@ protected:
 
 TEST_F(Entity, SetFieldReplacesInPlaceAndAppendsNewHeaders) {
     MMS_ContentType *const type = MMS_CreateContentType("c/d");
-    for (const auto &[name, value] : std::vector<std::pair<const char *, void *>>{
-             {"Date", slot(1)},
-             {"Content-Type", MMS_CreateContentType("a/b")},
-             {"X-Unknown", slot(1)},
-             {"X-Unknown", slot(2)},
-             {"CONTENT-TYPE", type},
-             {"Content-Type", type},
-             {"date", slot(2)}}) {
-        EXPECT_EQ(MMS_SetField(entity, name, value), 1U);
-    }
-    EXPECT_EQ(field_ids(entity), (std::vector{8, 7, 0, 0}));
+    EXPECT_EQ(MMS_SetField(entity, "Content-Type", MMS_CreateContentType("a/b")) +
+                  MMS_SetField(entity, "X-Unknown", slot(1)) +
+                  MMS_SetField(entity, "X-Unknown", slot(2)) +
+                  MMS_SetField(entity, "CONTENT-TYPE", type) +
+                  MMS_SetField(entity, "Content-Type", type),
+              5U);
+    EXPECT_EQ(field_ids(entity), (std::vector{7, 0, 0}));
     EXPECT_STREQ(MMS_GetContentType(entity)->pMediaType, "c/d") << "the value that is there stays";
-    EXPECT_EQ(slot_value(MMS_FindField(entity, "Date")), 2U);
     for (const char *absent : {"Subject", "X-Unknown"}) {
         EXPECT_EQ(MMS_DelField(entity, absent), 0U);
         EXPECT_EQ(MMS_FindField(entity, absent), nullptr);
     }
     EXPECT_EQ(MMS_DelField(entity, "content-type"), 1U);
-    EXPECT_EQ(field_ids(entity), (std::vector{8, 0, 0}));
+    EXPECT_EQ(field_ids(entity), (std::vector{0, 0}));
 }
 
 TEST_F(Entity, Shorthands) {
     uint32_t seconds = 99;
-    EXPECT_EQ(MMS_GetContentDuration(entity, &seconds), 0U);
-    EXPECT_EQ(seconds, 0U);
-    for (const uint32_t value : {0xFFFFFFFFU, 0U}) {
-        EXPECT_EQ(MMS_SetContentDuration(entity, value), 1U);
-        EXPECT_EQ(MMS_GetContentDuration(entity, &seconds), 1U);
-        EXPECT_EQ(seconds, value);
-    }
+    EXPECT_EQ(MMS_GetContentDuration(entity, &seconds) + seconds, 0U);
+    EXPECT_EQ(MMS_SetContentDuration(entity, UINT32_MAX), 1U);
+    EXPECT_EQ(MMS_GetContentDuration(entity, &seconds), 1U);
+    EXPECT_EQ(seconds, UINT32_MAX);
     MMS_ContentDisposition *const disposition = MMS_CreateContentDisposition("Attachment", "a");
     MMS_ContentType *const type = MMS_CreateContentType("text/plain");
     MMS_LinkedList_AddParameter(type->pParameters, MMS_CreateParameter("X-Foo", "1"));

