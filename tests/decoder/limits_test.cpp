@@ -88,7 +88,7 @@ Octets header(const std::string &name, const std::string &value) {
 Octets distinct_headers(size_t count) {
     Octets all;
     for (size_t i = 0; i < count; ++i) {
-        const Octets one = header("X-" + std::to_string(i), std::to_string(i));
+        const Octets one = header("X-Number-" + std::to_string(i), std::to_string(i));
         all.insert(all.end(), one.begin(), one.end());
     }
     return all;
@@ -108,8 +108,8 @@ TEST(Limits, EntityHeaders) {
          {header("Y", "y"), header("Content-Duration", "1"), "8E'a'"_wire, "AE0181"_wire}) {
         EXPECT_EQ(decode_headers(one, entity), MMS_STATUS_REFUSED);
     }
-    EXPECT_EQ(decode_headers(header("x-7", "new"), entity), MMS_STATUS_OK);
-    EXPECT_EQ(shown(MMSLib_GetGenericTextField(entity.get(), "X-7")), "new");
+    EXPECT_EQ(decode_headers(header("x-number-7", "new"), entity), MMS_STATUS_OK);
+    EXPECT_EQ(shown(MMSLib_GetGenericTextField(entity.get(), "X-Number-7")), "new");
     EXPECT_EQ(MMS_LinkedList_GetFieldCount(entity->pFieldList), 65535);
     // In a part, where the content type takes a field, 65534 fit.
     const Octets one = part(Octets{0x83} + distinct_headers(65535), {'a'});
@@ -124,11 +124,11 @@ TEST(HostileSizes, EntityHeaders) {
              {distinct + distinct, 60000},
              {distinct + pairs, 60002},
              {distinct + repeated(20000, {0x8E, 'a', 0}), 60001},
-             {distinct_headers(500) + header("x-250", "new"), 500}}) {
+             {distinct_headers(500) + header("x-number-250", "new"), 500}}) {
         const EntityPtr entity(MMS_Entity_Create());
         EXPECT_EQ(decode_headers(block, entity), MMS_STATUS_OK);
         EXPECT_EQ(MMS_LinkedList_GetFieldCount(entity->pFieldList), fields);
-        EXPECT_EQ(shown(MMSLib_GetGenericTextField(entity.get(), "X-250")),
+        EXPECT_EQ(shown(MMSLib_GetGenericTextField(entity.get(), "X-Number-250")),
                   fields == 500 ? "new" : "250");
     }
 }
@@ -154,6 +154,26 @@ TEST(HostileSizes, ManyAndLong) {
     // Every header asks for the whole rest and does not end; an address that is too long.
     EXPECT_EQ(shown(decode("8C82"_wire + Octets(1000000, 'a'))), "3 " + type_alone);
     EXPECT_EQ(shown(decode("8C8297"_wire + Octets(1000000, '"') + Octets{0})), "3 " + type_alone);
+}
+
+// Whatever comes in, decoding ends with one of two statuses and a message that can be read.
+TEST(HostileContents, CutOrChangedSamples) {
+    for (const char *name : {"delivery-ind.mms", "notification-ind.mms", "hostile-terminal.mms",
+                             "send-req-related-ucs2.mms", "retrieve-conf-nested.mms"}) {
+        SCOPED_TRACE(name);
+        const Octets pdu = read_sample(name);
+        for (size_t at = 0; at < pdu.size(); ++at) {
+            const auto end = pdu.begin() + static_cast<std::ptrdiff_t>(at);
+            EXPECT_EQ(shown(decode({pdu.begin(), end})) != "3 no message", at >= 2) << at;
+            for (int change = 1; change < 256; change *= 2) {
+                Octets changed = pdu;
+                changed[at] = static_cast<uint8_t>(changed[at] ^ change);
+                const Decoded decoded = decode(changed);
+                EXPECT_TRUE(decoded.status == 1 || decoded.status == 3) << at << " " << change;
+                EXPECT_NE(shown(decoded), "1 ()"); // reads all of it
+            }
+        }
+    }
 }
 
 } // namespace

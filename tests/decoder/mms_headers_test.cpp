@@ -154,22 +154,18 @@ TEST(Driver, SessionAndMessage) {
     EXPECT_EQ(MMSLib_DecodeMessage(pdu.data(), 4, &message), MMS_STATUS_MALFORMED);
     const MessagePtr owned(message);
     ASSERT_NE(message, nullptr);
-    EXPECT_EQ(message->pPdu, pdu.data());
-    EXPECT_EQ(message->pduLength, 4U);
-    EXPECT_EQ(message->isDecoded, 1);
+    EXPECT_TRUE(message->pPdu == pdu.data() && message->pduLength == 4 && message->isDecoded == 1);
 
-    const DecoderPtr decoder(MMS_Decoder_Create());
-    const MMS_Decoder &d = *decoder;
-    decoder->keep = 1; // of an earlier use
-    EXPECT_EQ(MMS_Decoder_Decode(decoder.get(), pdu.data(), 1, &message), MMS_STATUS_MALFORMED);
+    MMS_Decoder session{};
+    session.keep = 1; // of an earlier use
+    EXPECT_EQ(MMS_Decoder_Decode(&session, pdu.data(), 1, &message), MMS_STATUS_MALFORMED);
     EXPECT_EQ(message, nullptr);
-    EXPECT_EQ(MMS_Decoder_Decode(decoder.get(), pdu.data(), 2, &message), MMS_STATUS_OK);
+    EXPECT_EQ(MMS_Decoder_Decode(&session, pdu.data(), 2, &message), MMS_STATUS_OK);
     EXPECT_EQ(MessagePtr(message)->isDecoded, 0);
-    EXPECT_EQ(d.pCursor, pdu.data() + 2);
-    decoder->remaining = 2;
-    AdvanceCursor(decoder.get(), 3);
-    EXPECT_EQ(d.pCursor, pdu.data() + 2) << "it stays where what is asked for is not there";
-    EXPECT_EQ(d.remaining, 0U);
+    session.remaining = 2;
+    AdvanceCursor(&session, 3);
+    EXPECT_EQ(session.pCursor, pdu.data() + 2) << "it stays where what is asked for is not there";
+    EXPECT_EQ(session.remaining, 0U);
 }
 
 } // namespace
