@@ -58,10 +58,24 @@ void check(int id, uint32_t (*get)(const MMS_Container *, uint32_t *),
         del);
 }
 
-MMS_Group *make(MMS_Group *) { return new_group("a"); }
-MMS_ContentType *make(MMS_ContentType *) { return new_type("a/b"); }
-MMS_SpecialTime *make(MMS_SpecialTime *) { return MMS_CreateSpecialTime(1, 1); }
-MMS_EncodedString *make(MMS_EncodedString *) { return MMS_CreateEncodedString("a", nullptr); }
+template <class Record>
+Record *make();
+template <>
+MMS_Group *make() {
+    return new_group("a");
+}
+template <>
+MMS_ContentType *make() {
+    return new_type("a/b");
+}
+template <>
+MMS_SpecialTime *make() {
+    return MMS_CreateSpecialTime(1, 1);
+}
+template <>
+MMS_EncodedString *make() {
+    return MMS_CreateEncodedString("a", nullptr);
+}
 
 template <class Record>
 void check(int id, Record *(*get)(const MMS_Container *),
@@ -70,7 +84,7 @@ void check(int id, Record *(*get)(const MMS_Container *),
     check(
         id,
         [&](MMS_Container *c) {
-            Record *const record = make(static_cast<Record *>(nullptr));
+            Record *const record = make<Record>();
             made = record;
             return set(c, record) + set(c, nullptr);
         },

@@ -51,7 +51,8 @@ TEST(MmsHeaders, EveryCode) {
             if (stored != nullptr && (*stored != 0 || (code == 9 && form == 2))) {
                 const char *name = MMS_SearchMapForString(MMS_HEADER_MAP, code);
                 // Content-Type ends the block.
-                fields = shown(name) + "=" + stored + (code == 4 ? "" : ", " + fields);
+                const std::string field = shown(name) + "=" + stored;
+                fields = code == 4 ? field : field + ", " + fields;
             }
             expect_block(block, stored == fatal ? 3 : 1, stored == fatal ? "" : fields,
                          code == 4 ? 2 : 0);
@@ -95,7 +96,7 @@ TEST(MmsHeaders, DropsAndFailures) {
                                  bad(3, "880481010500"_wire),
                                  bad(3, "85050000000001"_wire),
                                  bad(3, {0x8A, 0x84}),
-                                 bad(3, "9604EA\"Hix\""_wire),
+                                 bad(3, "9604EA|Hix|"_wire),
                                  bad(3, "84028381"_wire),
                                  bad(3, "84011F"_wire)}) {
         expect_block(Octets{0x8C, 0x82} + row.input + Octets{0x8D, 0x92}, row.status,
@@ -135,9 +136,9 @@ TEST(Driver, WholePdus) {
         {"8C828D"_wire, "3 " + type + ")"},
         {"8C8284838C80"_wire, "1 " + type + ", Content-Type=text/plain #\x8C\x80#)"},
         {"84'multi/x'01"_wire, "1 (Content-Type=multi/x #\x01#)"},
-        {"84A301 010183\"a\" 00"_wire,
+        {"84A301 010183|a| 00"_wire,
          "3 (Content-Type=multipart/mixed)(Content-Type=text/plain #a#)"},
-        {"84'MultiPart/x'02 010183\"a\" 01019E\"b\""_wire,
+        {"84'MultiPart/x'02 010183|a| 01019E|b|"_wire,
          "1 (Content-Type=MultiPart/x)(Content-Type=text/plain #a#)(Content-Type=image/jpeg #b#)"},
     };
     for (const auto &[pdu, expected] : rows) {

@@ -27,10 +27,10 @@ TEST(Multipart, Parts) {
     expect_body(body(1, part("038381EA 8E'x'"_wire, {'a'})), 1,
                 "(Content-Type=text/plain;Charset=UTF-8, Content-Location=x #a#)");
     // Data that the PDU does not hold: the part stays, with what is there.
-    expect_body("01 0109 83\"a\""_wire, 1, "(Content-Type=text/plain #a#)");
+    expect_body("01 0109 83|a|"_wire, 1, "(Content-Type=text/plain #a#)");
     expect_body("01 0109 83"_wire, 1, "(Content-Type=text/plain)");
-    expect_body("01 018FFFFFFF7F 83\"a\""_wire, 1, "(Content-Type=text/plain #a#)");
-    expect_body("02 0109 83\"a\""_wire, 2, "(Content-Type=text/plain #a#)");
+    expect_body("01 018FFFFFFF7F 83|a|"_wire, 1, "(Content-Type=text/plain #a#)");
+    expect_body("02 0109 83|a|"_wire, 2, "(Content-Type=text/plain #a#)");
     // So it does with fewer headers than it announced, if the PDU ends between two of them.
     expect_body("01 0900 83 8E'a'"_wire, 1, "(Content-Type=text/plain, Content-Location=a)");
     // The failing part is gone, those before it stay: lengths of no form; content types that are
@@ -130,7 +130,7 @@ TEST(EntityHeaders, Decode) {
     const Octets id = "C022'i'"_wire;
     for (const Octets &header :
          {"8C81"_wire, "9183"_wire, "80'x'"_wire, "FF020000"_wire, "8E85"_wire, "C085"_wire,
-          "8E02'a'"_wire, "C001\"a\""_wire, "AE81"_wire, "AE0182"_wire, "AE'a'"_wire}) {
+          "8E02'a'"_wire, "C001|a|"_wire, "AE81"_wire, "AE0182"_wire, "AE'a'"_wire}) {
         expect_headers(header + id + header, 1, "Content-Id=i");
     }
     // Failures leave what came before them.

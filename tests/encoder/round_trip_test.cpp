@@ -37,16 +37,16 @@ void expect_encoded(const Octets &pdu, const Octets &expected) {
 TEST(Encode, OneMessageOfEveryType) {
     const std::pair<Octets, Octets> rows[] = {
         {"8C80 98'T1' 8D92 97'a' 9604EA'Hi' 8A80 8F81 88068104FFFFFFFF 8703810100 8680 84 038381EA"
-         "\"hi\""_wire,
-         "8C80 98'T1' 8D92 890181 97'a' 9604EA'Hi' 8680 9480 84 038381EA \"hi\""_wire},
+         "|hi|"_wire,
+         "8C80 98'T1' 8D92 890181 97'a' 9604EA'Hi' 8680 9480 84 038381EA |hi|"_wire},
         {"8C80 98'T1' 8D92 890181 8703810105 880481020E10 8A83 9480"_wire, {}},
         {"92E2 93'no' 8B'id1' 98'T1' 8D92 8C81"_wire, "8C81 98'T1' 8D92 92E2 93'no' 8B'id1'"_wire},
         {"8C82 98'T1' 8D92 890A80'Anna <1>' 8A80 8F81 8E02012C 880481020E10 83'http://m/1'"_wire,
          {}},
         {"8C83 8D92 98'T1' 9581"_wire, "8C83 98'T1' 8D92 9581"_wire},
-        {"8C84 98'T1' 8D92 850100 8A'x-class' 8F81 84 A3 02 0802 83 8E'a.txt' \"hi\""
+        {"8C84 98'T1' 8D92 850100 8A'x-class' 8F81 84 A3 02 0802 83 8E'a.txt' |hi|"
          "0114 A6 01 1100 'text/x-own' C022'<b>'"_wire,
-         "8C84 98'T1' 8D92 850100 8A'x-class' 8F81 8681 9081 84 A3 02 0802 83 8E'a.txt' \"hi\""
+         "8C84 98'T1' 8D92 850100 8A'x-class' 8F81 8681 9081 84 A3 02 0802 83 8E'a.txt' |hi|"
          "0114 A6 01 1100 'text/x-own' C022'<b>'"_wire},
         {"8C85 98'T1' 8D92"_wire, {}},
         {"8C86 98'T1' 8D92 9586 8B'id1' 9703EA'a' 85043B9ACA00"_wire,

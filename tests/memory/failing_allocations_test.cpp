@@ -59,7 +59,7 @@ TEST(FailingAllocations, Decode) {
         headers = headers + text("X-" + std::to_string(i)) + text("v");
     }
     std::vector<Octets> pdus = {everything(), "8C84 84A3"_wire + body(1, part(headers)),
-                                "8C82 8483 \"hi\""_wire};
+                                "8C82 8483 |hi|"_wire};
     for (const char *name : {"send-req-related-ucs2.mms", "notification-ind.mms",
                              "retrieve-conf-nested.mms", "hostile-terminal.mms"}) {
         pdus.push_back(read_sample(name));

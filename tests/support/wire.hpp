@@ -9,7 +9,7 @@ inline unsigned hex_digit(char c) {
     return static_cast<unsigned>(c <= '9' ? c - '0' : c - 'A' + 10);
 }
 
-// Hexadecimal digits are octets, 'text' is the characters with a terminating zero, "text" the
+// Hexadecimal digits are octets, 'text' is the characters with a terminating zero, |text| the
 // characters alone; spaces are ignored.
 inline Octets wire(std::string_view notation) {
     Octets result;
@@ -17,7 +17,7 @@ inline Octets wire(std::string_view notation) {
         const char c = notation[i];
         if (c == ' ') {
             ++i;
-        } else if (c == '\'' || c == '"') {
+        } else if (c == '\'' || c == '|') {
             const size_t end = notation.find(c, i + 1);
             const std::string_view characters = notation.substr(i + 1, end - i - 1);
             result = result + (c == '\'' ? text(characters) : raw(characters));

@@ -45,7 +45,7 @@ TEST(Vocabulary, LookupsFindTheFirstRow) {
             std::transform(other_case.begin(), other_case.end(), other_case.begin(), [](int c) {
                 return static_cast<char>(std::isupper(c) != 0 ? std::tolower(c) : std::toupper(c));
             });
-            const auto named = std::find_if(map, end, [&](const MMS_MapEntry &r) {
+            const auto *const named = std::find_if(map, end, [&](const MMS_MapEntry &r) {
                 return std::string_view(r.name) == row->name;
             });
             uint8_t octet = 99;
