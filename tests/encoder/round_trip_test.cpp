@@ -92,7 +92,7 @@ TEST(Encode, StepsAgreeWithThemselves) {
         const MMS_FieldList *fields = MMS_GetEntity(container, in_part)->pFieldList;
         for (uint32_t i = 0; i < MMS_LinkedList_GetFieldCount(fields); ++i) {
             const MMS_Field *field = MMS_LinkedList_FindFieldByPos(fields, i);
-            steps.push_back([=](uint8_t *p, uint32_t n, uint8_t s, uint32_t *w) {
+            steps.emplace_back([=](uint8_t *p, uint32_t n, uint8_t s, uint32_t *w) {
                 return EncodeHeader(field, p, n, s, in_part, w);
             });
         }
@@ -131,6 +131,7 @@ TEST(Encode, FourThreads) {
     const MessagePtr shared = decode(everything()).message;
     std::vector<std::thread> threads;
     std::vector<Octets> results(4);
+    threads.reserve(results.size());
     for (Octets &result : results) {
         threads.emplace_back([&] {
             result = encode(shared.get());

@@ -187,7 +187,7 @@ TEST(Stack, DeepestNestingIn128KiB) {
     pdu = "8C84 84A3"_wire + body(1, pdu);
     pthread_attr_t attributes;
     ASSERT_EQ(0, pthread_attr_init(&attributes));
-    ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 128 * 1024));
+    ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, size_t{128} * 1024));
     pthread_t thread;
     const auto run = [](void *argument) -> void * {
         auto &octets = *static_cast<Octets *>(argument);

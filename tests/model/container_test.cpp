@@ -24,7 +24,7 @@ private:
     static void build(MMS_Container *container, const char *&rest) {
         MMS_Entity *entity = nullptr;
         for (; *rest != '\0' && *rest != ')'; ++rest) {
-            if (*rest == '(') {
+            if (*rest == '(' && entity != nullptr) {
                 MMS_Container *const parts = MMS_Container_Create();
                 entity->isMultipart = 1;
                 MMS_SetField(entity, INTERNAL_NESTED_MULTIPART_FIELD_NAME, parts);
@@ -145,7 +145,7 @@ TEST(UniqueIds, LettersAndDigitsDrawnFromRand) {
 
 TEST(UniqueIds, ContentIdIsUnlikeEveryOther) {
     const auto draw = [](const std::string &tree) {
-        std::srand(5);
+        std::srand(5); // NOLINT(cert-msc32-c,cert-msc51-cpp)
         std::string id = shown(TextPtr(CreateUniqueContentId(Tree(tree.c_str()).root.get())).get());
         EXPECT_EQ(id.size(), 5U);
         for (char &c : id) {
