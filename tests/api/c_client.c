@@ -1,8 +1,6 @@
 /*
  * A C program that has functions of its own named as some of the library's are. The library has to
  * keep to its own: these end the program.
- *
- * c_client <read-rec-ind.mms>
  */
 #include "mmslib.h"
 
@@ -40,113 +38,23 @@ uint32_t Encode(const MMSLib_Message *pMessage, uint8_t *pBuffer, uint32_t buffe
     return 0;
 }
 
-static int failures = 0;
-
-static void check(int holds, const char *what) {
-    if (!holds) {
-        fprintf(stderr, "not so: %s\n", what);
-        ++failures;
-    }
-}
-
-static void check_text(const char *text, const char *expected) {
-    check(text != NULL && strcmp(text, expected) == 0, expected);
-}
-
-static void check_address(const MMS_Group *group, const char *expected) {
-    check(group != NULL && MMS_GetMailboxCount(group) == 1, "one address");
-    if (group != NULL && MMS_GetMailboxCount(group) == 1) {
-        const MMS_Mailbox *mailbox = MMS_GetMailbox(group, 0);
-        check(mailbox->pDisplayName == NULL, "no display name");
-        check_text(mailbox->pAddress->pText, expected);
-        check_text(mailbox->pAddress->pCharset, "UTF-8");
-    }
-}
-
-static MMSLib_Message *decode(const uint8_t *pdu, uint32_t length) {
-    MMSLib_Message *message = NULL;
-    check(MMSLib_DecodeMessage(pdu, length, &message) == MMS_STATUS_OK, "the PDU decodes");
-    return message;
-}
-
-static void check_read_rec_ind(const uint8_t *pdu, uint32_t length) {
-    MMSLib_Message *message = decode(pdu, length);
-    if (message != NULL) {
-        const MMS_Container *container = message->pContainer;
-        uint8_t major = 0;
-        uint8_t minor = 0;
-        uint32_t date = 0;
-        check(MMSLib_GetXMmsMessageType(container) == 135, "m-read-rec-ind");
-        check(MMSLib_GetXMmsVersion(container, &major, &minor) == 0x12, "version 1.2");
-        check(major == 1 && minor == 2, "version 1.2 in parts");
-        check_text(MMSLib_GetMessageId(container), "3013166");
-        check_address(MMSLib_GetTo(container), "+821000000000/TYPE=PLMN");
-        check_address(MMSLib_GetFrom(container), "+821000000001/TYPE=PLMN");
-        check(MMSLib_GetDate(container, &date) == 1 && date == 1277723220, "date");
-        check(MMSLib_GetXMmsReadStatus(container) == 128, "read");
-    }
-    MMSLib_Message_Destroy(message);
-}
-
-/* What the library itself does with texts, sizes and encoded words. */
-static void check_send_req(const MMSLib_Message *message) {
-    const MMS_Entity *part = MMS_GetEntity(message->pContainer, 1);
-    const MMS_Mailbox *mailbox = MMS_GetMailbox(MMSLib_GetTo(message->pContainer), 0);
-    check_text(mailbox->pDisplayName, "Bob");
-    check_text(mailbox->pAddress->pText, "b@c");
-    check(part != NULL, "a part");
-    if (part != NULL) {
-        const MMS_ContentType *type = MMS_GetContentType(part);
-        check_text(MMS_FindContentTypeParameter(type, "name")->pValue, "\xC3\xA9");
-        check_text(MMS_GetContentLocation(part), "\xC3\xA8");
-        check_text(MMSLib_GetGenericTextField(part, "x"), "y");
-    }
-}
-
-static void check_own_pdu(void) {
-    /* m-send-req, transaction id, version 1.2, To, multipart/mixed with one text/plain part that
-     * has a Name, a Content-Location and a header X */
-    static const char pdu[] = "\x8C\x80\x98t\0\x8D\x92\x97"
-                              "Bob <b@c>\0\x84\xA3\x01\x30\x01"
+int main(void) {
+    /* m-send-req, transaction id, version 1.2, From, To, sender visibility, multipart/mixed with
+     * one text/plain part that has a Name, a Content-Location and a header X */
+    static const char pdu[] = "\x8C\x80\x98t\0\x8D\x92\x89\x01\x81\x97"
+                              "Bob <b@c>\0\x94\x80\x84\xA3\x01\x30\x01"
                               "\x17\x83\x81\xEA\x85=?UTF-8?Q?=C3=A9?=\0"
                               "\x8E=?UTF-8?Q?=C3=A8?=\0x\0y\0a";
-    MMSLib_Message *message = decode((const uint8_t *)pdu, sizeof pdu - 1);
+    const uint32_t size = sizeof pdu - 1;
+    MMSLib_Message *message = NULL;
     uint8_t *encoded = NULL;
     uint32_t length = 0;
-    char *name = NULL;
-    char *address = NULL;
-    if (message == NULL) {
-        return;
-    }
-    check_send_req(message);
-    check(MMSLib_EncodeMessage(message, &encoded, &length, 1) == MMS_STATUS_OK, "it encodes");
-    check(MMSLib_GetSize(message) == length, "the size is told beforehand");
+    int same =
+        MMSLib_DecodeMessage((const uint8_t *)pdu, size, &message) == MMS_STATUS_OK &&
+        strcmp(MMS_GetMailbox(MMSLib_GetTo(message->pContainer), 0)->pDisplayName, "Bob") == 0 &&
+        MMSLib_EncodeMessage(message, &encoded, &length, 1) == MMS_STATUS_OK && length == size &&
+        memcmp(encoded, pdu, size) == 0;
     MMSLib_Message_Destroy(message);
-    message = decode(encoded, length);
     free(encoded);
-    if (message != NULL) {
-        check_send_req(message);
-    }
-    MMSLib_Message_Destroy(message);
-    check(ParseNameAndAddress("Bob <b@c>", &name, &address) == 1, "an address splits");
-    check_text(name, "Bob");
-    check_text(address, "b@c");
-    free(name);
-    free(address);
-}
-
-int main(int argc, char **argv) {
-    static uint8_t pdu[4096];
-    FILE *file = argc == 2 ? fopen(argv[1], "rb") : NULL;
-    size_t length = 0;
-    if (file == NULL) {
-        fprintf(stderr, "usage: c_client <read-rec-ind.mms>\n");
-        return 1;
-    }
-    length = fread(pdu, 1, sizeof pdu, file);
-    fclose(file);
-    check_read_rec_ind(pdu, (uint32_t)length);
-    check_own_pdu();
-    printf("c_client: %s\n", failures == 0 ? "all as expected" : "failed");
-    return failures == 0 ? 0 : 1;
+    return same ? 0 : 1;
 }

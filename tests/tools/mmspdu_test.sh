@@ -90,22 +90,12 @@ while IFS='|' read -r octets lines; do
 done <<'CASES'
 \x8d\x9f|X-Mms-Mms-Version: 1
 \x8d\x80|
-\x86\x80|X-Mms-Delivery-Report: Yes (0x80)
-\x8f\x80|X-Mms-Priority: Low (0x80)
 \x8f\x82|X-Mms-Priority: High (0x82)
 \x94\x80|X-Mms-Sender-Visibility: Hide (0x80)
-\x94\x81|X-Mms-Sender-Visibility: Show (0x81)
-\xbb\x80|X-Mms-Drm-Content: Yes (0x80)
 \x9b\x81|X-Mms-Read-Status: Deleted without being read (0x81)
-\x95\x80|X-Mms-Status: Expired (0x80)
-\x95\x84|X-Mms-Status: Unrecognised (0x84)
 \x95\x87|X-Mms-Status: Unreachable (0x87)
-\x92\x80|X-Mms-Response-Status: Ok (0x80)
 \x92\x88|X-Mms-Response-Status: Error-unsupported-message (0x88)
-\x92\xc4|X-Mms-Response-Status: Error-transient-partial-success (0xC4)
-\x92\xe4|X-Mms-Response-Status: Error-permanent-message-not-found (0xE4)
 \x92\xea|X-Mms-Response-Status: Error-permanent-address-hiding-not-supported (0xEA)
-\x99\xc0|X-Mms-Retrieve-Status: Error-transient-failure (0xC0)
 \x99\xe3|X-Mms-Retrieve-Status: Error-permanent-content-unsupported (0xE3)
 \x85\x00|Date: 1970-01-01 00:00:00 UTC (0 s)
 \x85\x04\xff\xff\xff\xff|Date: 2106-02-07 06:28:15 UTC (4294967295 s)
@@ -145,7 +135,6 @@ done <<'CASES'
 \x83|1\x0a2\x0a3\x0a4\x0a5\x0a|! 1/! 2/! 3/(2 more lines)
 \x83|\xef\xbf\xbe\xef\xb7\x90\xf3\xa0\x81\x81\xe2\x81\xaa\xc2\xad|! \u{FFFE}\u{FDD0}\u{E0041}\u{206A}\u{AD}
 \x83|\xc0\x80\xe0\x9f\xbf\xf0\x8f\xbf\xbf\xf0\x9f\x99\x82|! \xC0\x80\xE0\x9F\xBF\xF0\x8F\xBF\xBF🙂
-\x03\x83\x81\x84|\xa4\x85|! ¤\u{85}
 \x03\x83\x81\x8a|\xe1\xff\xae|! α\xFF\xAE
 \x03\x83\x81\x8c|\xfd\xdd|! ıİ
 \x0e\x83\x81iso-8859-15\x00|\xa4|! €
@@ -189,6 +178,7 @@ done <<'CASES'
 \x8c\x80X-\x1b[2J\x00\x05|the value of "X-\u{1B}[2J" at offset 9 (0x9) runs past the end of the PDU (0 of 5 octets left)
 \x8c\x80\xb0\x05|the value of Additional-headers at offset 3 (0x3) runs past the end of the PDU (0 of 5 octets left)
 \x8c\x80\x8f\x85|the value of X-Mms-Priority at offset 3 (0x3) is 0x85, expected: one octet, 0x80 to 0x82
+\x8c\x80\x8a\x84|the value of X-Mms-Message-Class at offset 3 (0x3) is 0x84, expected: a Text-string or an octet from 0x80 to 0x83
 \x8c\x80\x99\xff|the value of X-Mms-Retrieve-Status at offset 3 (0x3) is 0xFF, expected: one octet, 0x80, 0xC0 to 0xC2, 0xE0 to 0xE3
 \x8c\x80\x85\x05\x01\x02\x03\x04\x05|the value of Date at offset 3 (0x3) has the wrong form, expected: a Long-integer of at most 4 octets
 \x8c\x80\x88\x04\x81\x01\x05\x00|the value of X-Mms-Expiry at offset 3 (0x3) fills only 4 of its 5 octets, expected: a length, the octet 0x80 or 0x81, and a Long-integer of at most 4 octets
@@ -287,7 +277,6 @@ done <<'CASES'
 \x8c\x82\x98T\x00\x8d\x92\x85\x01\x01|||=
 \x98T\x00\x8c\x82|at offset 0 (0x0), X-Mms-Transaction-Id in the PDU, X-Mms-Message-Type in the encoding|X-Mms-Message-Type is one of the leading headers, which have a fixed order|order
 \x8c\x86\x85\x01\x01\x8bm\x00|at offset 2 (0x2), Date in the PDU, Message-Id in the encoding|Message-Id is one of the leading headers, which have a fixed order|order
-\x8c\x82\x85\x01\x01\x8bm\x00|||=
 \x8c\x82\x97a\x00\x82c\x00\x97b\x00|at offset 5 (0x5), Cc in the PDU, To in the encoding|the To headers are gathered where the first of them stands|=
 \x8c\x82\x96a\x00\x85\x01\x01\x96b\x00|at offset 3 (0x3), in Subject|Subject is repeated, and only its last value is kept|=
 \x8c\x82\x96a\x00\x85\x01\x01\x96a\x00|at offset 8 (0x8), Subject in the PDU, the end of the PDU in the encoding|Subject is repeated, and only its last value is kept|=
@@ -302,6 +291,7 @@ done <<'CASES'
 \x8c\x80\x89\x02\x81\x00\x94\x80|at offset 3 (0x3), in From|From is passed over in decoding; a From that asks the network for the address is written anew|=
 \x8c\x80\x89\x01\x81\x8f\x81\x94\x80|at offset 5 (0x5), X-Mms-Priority in the PDU, X-Mms-Sender-Visibility in the encoding|an m-send-req leaves out X-Mms-Priority where it has its default value|order
 \x8c\x80\x89\x01\x81\x94\x80\x88\x06\x81\x04\xff\xff\xff\xff|at offset 7 (0x7), X-Mms-Expiry in the PDU, the end of the PDU in the encoding|an m-send-req leaves out X-Mms-Expiry where it has its default value|changes: it loses "X-Mms-Expiry: relative, 4294967295 s (49710 days 6 hours 28 minutes 15 seconds)"
+\x8c\x80\x89\x01\x81\x94\x80\x87\x03\x81\x01\x00|at offset 7 (0x7), X-Mms-Delivery-Time in the PDU, the end of the PDU in the encoding|an m-send-req leaves out X-Mms-Delivery-Time where it has its default value|changes: it loses "X-Mms-Delivery-Time: relative, 0 s"
 \x8c\x86\x98T\x00\x85\x01\x01|at offset 2 (0x2), X-Mms-Transaction-Id in the PDU, Date in the encoding|PDUs of this type are written without X-Mms-Transaction-Id|changes: it loses "X-Mms-Transaction-Id: T"
 \x8c\x82\x8aAuto\x00|at offset 3 (0x3), in X-Mms-Message-Class|X-Mms-Message-Class is written as a well-known number instead of a text|=
 \x8c\x82\x8aauto\x00|at offset 3 (0x3), in X-Mms-Message-Class|not determined|changes: "X-Mms-Message-Class: auto" becomes "X-Mms-Message-Class: Auto"
@@ -462,7 +452,7 @@ trouble 'place: Is a directory' recode "$delivery" place
 trouble '/dev/full: No space left on device' recode "$delivery" /dev/full
 trouble 'none: No such file or directory' recode none place/same
 # Signal 25 is the one for files that become too large.
-(trap '' XFSZ && ulimit -f 1 && "$mmspdu" recode "$samples/send-req-mixed-jpeg.mms" place/same 2>err)
+(trap '' XFSZ && ulimit -f 1 && LLVM_PROFILE_FILE=/dev/null "$mmspdu" recode "$samples/send-req-mixed-jpeg.mms" place/same 2>err)
 same "OUT too large" "2 mmspdu: place/same: File too large" "$? $(cat err)"
 same "OUT too large: old size" 116 "$(stat -c %s place/same)"
 same "files left" "dangling later link new same" "$(find place -mindepth 1 -printf '%f\n' | sort | paste -sd ' ')"
