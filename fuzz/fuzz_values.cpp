@@ -37,7 +37,7 @@ bool faithful(const std::string &value, const char *excluded) {
     }
     const bool ascii = isASCII(text.c_str()) != 0;
     return text.size() < 32 && std::strchr(" |", text[0]) == nullptr &&
-           !(ascii && text.find(";Name") != std::string::npos) &&
+           !(ascii && text.find("{UTF-8}") != std::string::npos) &&
            std::all_of(value.begin(), value.end(), [&](unsigned char c) {
                return c >= ' ' && c != 0x7F && std::strchr(excluded, c) == nullptr;
            });
@@ -249,6 +249,16 @@ void transfer_encodings(const Octets &octets) {
     const Block decoded(Octets(input.size() / 4 * 3));
     const uint32_t base64 = coreBase64Decode(input.get(), input.size(), decoded.get());
     require(base64 == 0 || base64 == decoded.size());
+    constexpr const char *digits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto six_bits = [&](uint32_t at) {
+        return octets[at] == '=' ? 0 : std::strchr(digits, octets[at]) - digits;
+    };
+    for (uint32_t i = 0; i < base64; ++i) {
+        const uint32_t at = i / 3 * 4 + i % 3;
+        require(decoded.get()[i] ==
+                ((six_bits(at) << (2 + i % 3 * 2) | six_bits(at + 1) >> (4 - i % 3 * 2)) & 0xFF));
+    }
 }
 
 // A run of words begins with what its first word is.
