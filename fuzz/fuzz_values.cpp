@@ -25,8 +25,9 @@ using Decode = std::function<uint32_t(const uint8_t *, uint32_t, uint32_t *, Val
 // --- which values are read as they were written --------------------------------------------------
 
 // Surely none of the values that have no form, or one that is read as another value: control
-// characters, quotes, brackets and encoded words, empty names and values, numbers of a meaning of
-// their own, texts that are too long. The other targets have most of these.
+// characters, quotes, brackets and encoded words (of ASCII too, which is sent as it is), empty
+// names and values, numbers of a meaning of their own, texts that are too long. The other targets
+// have most of these.
 bool faithful(const std::string &value, const char *excluded) {
     const std::string text = value + ";";
     for (const char *form : {"=?", "=;", "==", ";=", ";;", "|=", " |", " ;", "(null)", "UNKNOWN",
@@ -246,7 +247,7 @@ void transfer_encodings(const Octets &octets) {
     const Block printable(Octets(coreQPDecode_data_size(input.get(), input.size()) + 1));
     const uint32_t count = coreQPDecode(input.get(), input.size(), printable.get());
     require(count < printable.size() && printable.get()[count] == 0);
-    const Block decoded(Octets(input.size() / 4 * 3));
+    const Block decoded(Octets(octets.size() / 4 * 3));
     const uint32_t base64 = coreBase64Decode(input.get(), input.size(), decoded.get());
     require(base64 == 0 || base64 == decoded.size());
     constexpr const char *digits =
@@ -273,8 +274,9 @@ void encoded_word(const Octets &octets) {
     const uint32_t run_status = MMSUtilDecodeEncodedWord(run, &charset, &run);
     const TextPtr owner(run);
     require((run_status == MMS_STATUS_OK) == (run != nullptr) && consumed < input.size());
-    require(status == MMS_STATUS_OK || (status == MMS_STATUS_MALFORMED && consumed == 0 && !run));
-    require(!run || std::string(run).find(characters(word)) == 0);
+    require(status == MMS_STATUS_OK ||
+            (status == MMS_STATUS_MALFORMED && consumed == 0 && run == nullptr));
+    require(run == nullptr || std::string(run).find(characters(word)) == 0);
 }
 
 // Every text that fits into one word comes back from it.

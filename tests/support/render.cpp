@@ -183,7 +183,7 @@ Contents contents(const MMS_Entity *entity) {
 std::string lines(const Contents &contents) {
     std::string all;
     for (const auto &[name, value] : contents) {
-        all += name + "=" + value + "\n";
+        all.append(name).append("=").append(value).append("\n");
     }
     return all;
 }
@@ -194,7 +194,8 @@ std::string lines(const MMS_Container *container, uint32_t first) {
     each_carried<MMS_Entity>(container->pEntityList, [&](const MMS_Entity *entity) {
         if (position++ >= first) {
             const MMS_Container *parts = nested(entity);
-            all += "(" + lines(contents(entity)) + (parts != nullptr ? lines(parts) : "") + ")";
+            all.append("(").append(lines(contents(entity)));
+            all.append(parts != nullptr ? lines(parts) : "").append(")");
         }
     });
     return all;

@@ -24,7 +24,7 @@ void require_same(const std::string &left, const std::string &right, const char 
 Octets read_sample(const std::string &name) {
     std::ifstream file(std::string(MMSLIB_SAMPLES_DIR) + "/" + name, std::ios::binary);
     require(file.is_open());
-    return Octets(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 Octets octets(std::initializer_list<int> values) {
@@ -35,7 +35,7 @@ Octets octets(std::initializer_list<int> values) {
     return result;
 }
 
-Octets raw(std::string_view characters) { return Octets(characters.begin(), characters.end()); }
+Octets raw(std::string_view characters) { return {characters.begin(), characters.end()}; }
 
 Octets text(std::string_view characters) { return raw(characters) + octets({0}); }
 
@@ -78,7 +78,10 @@ Session::Session(const Octets &pdu)
     decoder->pMessage = message.get();
 }
 
-void *slot(uint32_t value) { return reinterpret_cast<void *>(static_cast<uintptr_t>(value)); }
+void *slot(uint32_t value) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<void *>(static_cast<uintptr_t>(value));
+}
 
 uint32_t slot_value(const MMS_Field *field) {
     return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(field->pValue));
