@@ -1,8 +1,7 @@
-// What every codec has to keep to, and values as texts for the tables of expectations.
+// What every codec has to keep to.
 #pragma once
 
-#include "mmslib.h"
-#include "support/support.hpp"
+#include "support/render.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -12,46 +11,7 @@
 
 namespace test {
 
-// --- values as texts: "text{charset}", "name|text{charset}", "media;Name=value{charset}"
-// ----------
-
-inline std::string in_braces(const char *charset) {
-    return charset != nullptr ? "{" + std::string(charset) + "}" : "";
-}
-
-inline std::string shown(const MMS_EncodedString *string) {
-    return string != nullptr ? shown(string->pText) + in_braces(string->pCharset) : "(null)";
-}
-
-inline std::string shown(const MMS_Mailbox *mailbox) {
-    const char *name = mailbox->pDisplayName;
-    return (name != nullptr ? std::string(name) + "|" : "") + shown(mailbox->pAddress) +
-           (mailbox->type == 128 ? "" : " of a wrong type");
-}
-
-inline std::string shown(const MMS_SpecialTime *time) {
-    return std::to_string(time->token) + ":" + std::to_string(time->value);
-}
-
-inline std::string shown(const MMS_ContentType *type) {
-    std::string all = shown(type->pMediaType);
-    for (uint32_t i = 0; i < MMS_LinkedList_GetParameterCount(type->pParameters); ++i) {
-        const MMS_Parameter *parameter = MMS_LinkedList_FindParameterByPos(type->pParameters, i);
-        const char *value = parameter->pValue;
-        all += ";" + shown(parameter->pName) + (value != nullptr ? "=" + std::string(value) : "") +
-               in_braces(parameter->pCharset);
-    }
-    return all;
-}
-
-inline std::string shown(const MMS_ContentDisposition *disposition) {
-    const char *name = disposition->pFilename;
-    return shown(disposition->pDisposition) + (name != nullptr ? " " + std::string(name) : "") +
-           in_braces(disposition->pCharset);
-}
-
-// --- octets
-// ---------------------------------------------------------------------------------------
+// --- octets --------------------------------------------------------------------------------------
 
 inline Octets uintvar(size_t number) {
     Octets octets = {static_cast<uint8_t>(number & 0x7F)};

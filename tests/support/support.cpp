@@ -1,17 +1,30 @@
 #include "support/support.hpp"
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 
-#include <gtest/gtest.h>
-
 namespace test {
+
+void require(bool holds, const char *file, int line) {
+    if (!holds) {
+        std::fprintf(stderr, "%s:%d: does not hold\n", file, line);
+        std::abort();
+    }
+}
+
+void require_same(const std::string &left, const std::string &right, const char *file, int line) {
+    if (left != right) {
+        std::fprintf(stderr, "%s\n%s\n", left.c_str(), right.c_str());
+        require(false, file, line);
+    }
+}
 
 Octets read_sample(const std::string &name) {
     std::ifstream file(std::string(MMSLIB_SAMPLES_DIR) + "/" + name, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << name;
-    return Octets(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    require(file.is_open());
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 Octets octets(std::initializer_list<int> values) {
@@ -22,7 +35,7 @@ Octets octets(std::initializer_list<int> values) {
     return result;
 }
 
-Octets raw(std::string_view characters) { return Octets(characters.begin(), characters.end()); }
+Octets raw(std::string_view characters) { return {characters.begin(), characters.end()}; }
 
 Octets text(std::string_view characters) { return raw(characters) + octets({0}); }
 
@@ -45,21 +58,30 @@ char *heap_text(std::string_view characters) {
     return copy;
 }
 
-std::unique_ptr<uint8_t[]> exact(const Octets &octets) {
-    auto block = std::make_unique<uint8_t[]>(octets.size());
-    std::copy(octets.begin(), octets.end(), block.get());
-    return block;
+Block::Block(const Octets &octets)
+    : storage_(std::make_unique<uint8_t[]>(std::max<size_t>(octets.size(), 1))),
+      size_(static_cast<uint32_t>(octets.size())) {
+    std::copy(octets.begin(), octets.end(), get());
 }
 
 Decoded decode(const Octets &pdu) {
-    const auto block = exact(pdu);
+    const Block block(pdu);
     MMSLib_Message *message = nullptr;
-    const uint32_t status =
-        MMSLib_DecodeMessage(block.get(), static_cast<uint32_t>(pdu.size()), &message);
+    const uint32_t status = MMSLib_DecodeMessage(block.get(), block.size(), &message);
     return {status, MessagePtr(message)};
 }
 
-void *slot(uint32_t value) { return reinterpret_cast<void *>(static_cast<uintptr_t>(value)); }
+Session::Session(const Octets &pdu)
+    : octets(pdu), message(MMSLib_Message_Create()), decoder(MMS_Decoder_Create()) {
+    decoder->pCursor = octets.get();
+    decoder->remaining = octets.size();
+    decoder->pMessage = message.get();
+}
+
+void *slot(uint32_t value) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<void *>(static_cast<uintptr_t>(value));
+}
 
 uint32_t slot_value(const MMS_Field *field) {
     return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(field->pValue));
@@ -76,7 +98,7 @@ std::vector<int> field_ids(const MMS_Entity *entity) {
 MMS_Entity *add_entity(MMS_Container *container) {
     EntityPtr entity(MMS_Entity_Create());
     uint16_t position = 0;
-    EXPECT_EQ(MMS_AddEntity(container, entity.get(), &position), 1U);
+    require(MMS_AddEntity(container, entity.get(), &position) == MMS_STATUS_OK);
     return entity.release();
 }
 

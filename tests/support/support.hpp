@@ -1,4 +1,5 @@
-// What the test files share: octet sequences, owning pointers, a decode that exposes overreads.
+// What the tests and the fuzz targets share: checks, octet sequences, owning pointers, a decode
+// that exposes overreads.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,15 @@ namespace test {
 
 using Octets = std::vector<uint8_t>;
 
-// The contents of a file of the samples directory; a missing file fails the test.
+// Ends the process, naming the place of the call, when the condition does not hold; for the code
+// that the tests and the fuzz targets share.
+void require(bool holds, const char *file = __builtin_FILE(), int line = __builtin_LINE());
+
+// The same for two texts, which are then shown.
+void require_same(const std::string &left, const std::string &right,
+                  const char *file = __builtin_FILE(), int line = __builtin_LINE());
+
+// The contents of a file of the samples directory; which has to be there.
 Octets read_sample(const std::string &name);
 
 Octets octets(std::initializer_list<int> values);
@@ -32,8 +41,22 @@ Octets concat(std::initializer_list<Octets> pieces);
 // A heap copy of a text, for the operations that adopt one.
 char *heap_text(std::string_view characters);
 
-// The octets in a heap block of exactly their number, so that an access beyond them is seen.
-std::unique_ptr<uint8_t[]> exact(const Octets &octets);
+// The octets in a heap block of exactly their number, so that an access beyond them is seen. Of no
+// octets it is the end of a block of one, since a block of none has room for one.
+class Block {
+public:
+    explicit Block(const Octets &octets);
+
+    [[nodiscard]] uint8_t *get() const { return storage_.get() + (size_ != 0 ? 0 : 1); }
+    [[nodiscard]] uint32_t size() const { return size_; }
+    [[nodiscard]] Octets octets() const { return {get(), get() + size_}; }
+
+private:
+    std::unique_ptr<uint8_t[]> storage_;
+    uint32_t size_;
+};
+
+inline Block exact(const Octets &octets) { return Block(octets); }
 
 template <auto destroy>
 struct Destroyer {
@@ -76,6 +99,15 @@ struct Decoded {
 // Decodes an exact heap copy of the octets, which is gone afterwards: the message may not point
 // into it.
 Decoded decode(const Octets &pdu);
+
+// A session at the start of the PDU, with a message of its own.
+struct Session {
+    explicit Session(const Octets &pdu);
+
+    Block octets;
+    MessagePtr message;
+    DecoderPtr decoder;
+};
 
 // An integer as a field's value, and the integer that a field's value is.
 void *slot(uint32_t value);
