@@ -308,6 +308,7 @@ done <<'CASES'
 \x8c\x82\x84\xa3\x01\x09\x01\x83X\x00a\x00x\x00a\x00b|at offset 5 (0x5), in the headers length of part 1|"X" of part 1 is repeated, and only its last value is kept|=
 \x8c\x82\x84\xa3\x01\x06\x01\x83\xb0\x80\x8ea\x00b|at offset 5 (0x5), in the headers length of part 1|header 0xB0 of part 1 is passed over in decoding|=
 \x8c\x82\x84\xa3\x01\x08\x01\x83\xae\x05\x81\x81\xea\x88\x81b|at offset 5 (0x5), in the headers length of part 1|Content-Disposition of part 1 is written in another form, which decodes to the same|=
+\x8c\x82\x84\xa3\x01\x07\x01\x83\xae\x04\x81\x86\x22\x00x|at offset 5 (0x5), in the headers length of part 1|not determined|changes: in part 1 it loses "Filename:"
 \x8c\x82\x84\xa3\x01\x01\x07\xa6\x01\x04\x01\x83\x8ea\x00x|at offset 6 (0x6), in the data length of part 1|the data length of part 1 is not that of the parts in it|=
 \x8c\x82\x84\xa3\x01\x01\x09\xa6\x01\x05\x01\x83\xc0ab\x00x|at offset 6 (0x6), in the data length of part 1|Content-Id of part 1/1 is written with a quotation mark in front|=
 \x8c\x82\x98T\x00\x96\x05a\x00|at offset 5 (0x5), what is not understood in the PDU, the end of the PDU in the encoding|decoding ended where the PDU is not understood|=

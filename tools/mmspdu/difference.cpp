@@ -497,14 +497,25 @@ std::string header_change(Lines was, Lines is) {
                       : "changes: " + line_change(line_of(gone, 0), line_of(added, 0));
 }
 
+bool stands_from(const Lines &lines, size_t index, const std::string &line) {
+    const auto begin = lines.begin() + static_cast<std::ptrdiff_t>(std::min(index, lines.size()));
+    return std::find(begin, lines.end(), line) != lines.end();
+}
+
 // With the part in which the first difference is.
 std::string part_change(const Lines &was, const Lines &is) {
     std::string part;
     for (size_t i = 0; i < was.size() || i < is.size(); ++i) {
         const std::string *before = line_of(was, i);
         const std::string *after = line_of(is, i);
-        if (before == nullptr || after == nullptr || *before != *after) {
+        if (before == nullptr || after == nullptr) {
             return "changes: " + part + line_change(before, after);
+        }
+        if (*before != *after) {
+            const bool lost = stands_from(was, i + 1, *after) && !stands_from(is, i + 1, *before);
+            const bool gained = stands_from(is, i + 1, *before) && !stands_from(was, i + 1, *after);
+            return "changes: " + part +
+                   line_change(gained ? nullptr : before, lost ? nullptr : after);
         }
         const size_t begin = before->find_first_not_of(' ');
         if (begin != std::string::npos && before->compare(begin, 5, "Part ") == 0) {

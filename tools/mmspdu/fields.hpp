@@ -54,7 +54,7 @@ void for_each_record(const slList *list, Visit visit) {
 const MMS_Container *nested_container(const MMS_Entity &entity);
 
 struct NumberedPart {
-    std::string number; // "2.1"; empty for the entity with the headers of the message
+    std::string number; // "2/1"; empty for the entity with the headers of the message
     const MMS_Entity *entity;
 };
 
