@@ -40,7 +40,8 @@ typedef int32_t (*slList_CmpFn)(const void *pElement, const void *pKey);
 /** Releases one element. */
 typedef void (*slList_DispFn)(void *pElement);
 
-/** Visits one element with the caller's `pArgument`; a non-zero answer ends the walk. */
+/** Visits one element with the caller's `pArgument`; a non-zero answer ends the walk. Callbacks
+ *  that visit or compare may throw C++ exceptions, which pass through and change nothing. */
 typedef int32_t (*slList_VisitFn)(void *pElement, void *pArgument);
 
 /** A list. It owns neither its elements nor itself. */

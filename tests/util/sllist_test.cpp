@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <random>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -60,6 +61,14 @@ TEST(SlList, IdentityIsTheDefaultComparisonAndOrdersAddresses) {
     EXPECT_EQ(_slList_void_cmp(at(0x1000), at(0x1018)), -24);
     EXPECT_EQ(_slList_void_cmp(at(0x100001000), at(0x1000)), sizeof(void *) > 4 ? 1 : 0);
     EXPECT_EQ(_slList_void_cmp(at(0x1000), at(0x100001000)), sizeof(void *) > 4 ? -1 : 0);
+}
+
+TEST(SlList, ExceptionsOfACallbackPassThrough) {
+    std::vector<Item> items(2);
+    const slList list = list_of(items, 2);
+    const auto visit = [](void *, void *) -> int32_t { throw std::runtime_error("visit"); };
+    EXPECT_THROW(slList_Traverse(&list, visit, nullptr), std::runtime_error);
+    EXPECT_EQ(elements(list).size(), 2U);
 }
 
 TEST(SlList, TraverseStopsAndDisposeGoesInOrder) {
