@@ -172,7 +172,7 @@ void run_decode(benchmark::State &state, const Octets &pdu) {
     }
 }
 
-// Both passes of the encoder, for what was decoded.
+// The encoder, for what was decoded.
 void run_encode(benchmark::State &state, const Octets &pdu) {
     MMSLib_Message *message = decode(pdu);
     while (state.KeepRunning()) {

@@ -4,10 +4,11 @@
 Checks the reference that Doxygen made of the public headers, in XML, run in the project directory:
 
 - the C headers document what src/mmslib.map exports, and export what they document;
-- every function, table, record, field, enumerator and macro has a text, those of C++ too;
+- every function, table, record, field, enumerator and macro has a text, as has what the C++ layer
+  has, its namespaces among them;
 - every parameter in the C headers is named in the text of its function or of a group that the
   function is in;
-- every name in backquotes, in the C headers and in the documents, is one that there is.
+- every name in backquotes, in the headers and in the documents, is one that there is.
 """
 
 import re
@@ -16,7 +17,11 @@ import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
 VERSION_SCRIPT = Path("src/mmslib.map")
-HEADERS = sorted(Path("src").glob("*/*.h"))
+HEADERS = [
+    *sorted(Path("src").glob("*/*.h")),
+    Path("src/api/mmslib.hpp"),
+    Path("src/api/cxx/values.hpp"),
+]
 DOCUMENTS = [*sorted(Path(".").glob("*.md")), *sorted(Path("docs").glob("*.md"))]
 # What the documents say of names is checked in this one, which leads through the sources.
 GUIDE = Path("docs/architecture.md")
@@ -59,8 +64,8 @@ class Reference:
 
     def __init__(self, directory):
         self.members = {}  # of the C headers, by id
-        self.cxx_members = {}  # of the C++ header, by id
-        self.types = {}  # records and classes, by name
+        self.cxx_members = {}  # of the C++ headers, by id
+        self.types = {}  # records, classes and namespaces, by name
         self.group_text = {}  # by id of the group
         self.group_of_member = {}
         self.parent_group = {}
@@ -74,8 +79,9 @@ class Reference:
             self.group_text[compound.get("id")] = text_of(compound)
             for inner in compound.findall("innergroup"):
                 self.parent_group[inner.get("refid")] = compound.get("id")
-        if kind in ("struct", "union", "class"):
-            self.types[compound.findtext("compoundname")] = text_of(compound)
+        name = compound.findtext("compoundname")
+        if kind in ("struct", "union", "class", "namespace") and not name.startswith("std"):
+            self.types[name] = text_of(compound)
         for member in compound.iter("memberdef"):
             if member.get("prot") == "private":
                 continue
@@ -103,9 +109,12 @@ class Reference:
             if member.get("kind") in ("function", "variable") and not of_record
         }
 
+    def every_member(self):
+        return [member for member, _ in self.members.values()] + list(self.cxx_members.values())
+
     def known_names(self):
-        known = set(self.types)
-        for member, _ in self.members.values():
+        known = {name.rpartition("::")[2] for name in self.types}
+        for member in self.every_member():
             known.add(member.findtext("name"))
             for tag in ("param/declname", "enumvalue/name"):
                 known.update(found.text for found in member.findall(tag))
@@ -124,10 +133,8 @@ def check_exports(reference):
 def check_texts(reference):
     for name, text in reference.types.items():
         if not text:
-            problem(f"record {name} has no text")
-    for member in [member for member, _ in reference.members.values()] + list(
-        reference.cxx_members.values()
-    ):
+            problem(f"{name} has no text")
+    for member in reference.every_member():
         kind, name = member.get("kind"), member.findtext("name")
         # A typedef of C may give a record its name, and the record has the text.
         if not text_of(member) and kind != "typedef":

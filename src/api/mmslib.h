@@ -10,7 +10,8 @@
  *
  * Applications start in @ref messages with `MMSLib_DecodeMessage` or `MMS_CreateMMS`, use the
  * accessors of @ref headers and the @ref model, and end with `MMSLib_EncodeMessage`. What functions
- * of a kind share, such as who owns what, stands at the top of their module.
+ * of a kind share, such as who owns what, stands at the top of their module. C++20 programs may use
+ * the namespace @ref mms, beginning with `mms::decode` or `mms::message::create`.
  *
  * The other modules are the building blocks: @ref decoder and @ref encoder work by steps, and the
  * @ref codecs on single values; the @ref vocabulary holds names and numbers; @ref list,

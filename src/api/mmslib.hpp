@@ -1,27 +1,28 @@
 /**
+ * @file
  * mmslib for C++20: messages that release themselves, headers as typed values, parts, addresses and
- * parameters as ranges.
+ * parameters as ranges. It is enough to include this header alone.
  *
  * All of it is inline and stands on the C interface. A `message` holds the C record and nothing
  * else; `part`, `part_view`, the ranges and the views that getters give point into that record. C
  * functions may be called on the records behind them at any time.
  *
- * Values
- *     A getter gives a value, or nothing where the header is absent. Texts are `std::string_view`s
- *     into the message. A view without data, as `std::string_view()` is, stands for a null text: a
- *     text that is not there. Setters copy what they are given; it may come from the same message.
+ * @par Values
+ * A getter gives a value, or nothing where the header is absent. Texts are `std::string_view`s into
+ * the message. A view without data, as `std::string_view()` is, stands for a null text: a text that
+ * is not there. Setters copy what they are given; it may come from the same message.
  *
- * Failures
- *     Every operation that changes a message answers true, or false with nothing changed: for a
- *     value that the library refuses, for a text with a zero octet in it, for an empty `message` or
- *     `part`, and when the library is out of memory. What makes a record gives an empty one then,
- *     `decode` and `encode` a status. Nothing is thrown but std::bad_alloc, by the std::string that
- *     carries a text to the library and the std::vector of an encoded PDU; it changes nothing
- *     either. Getters and ranges throw nothing.
+ * @par Failures
+ * Every operation that changes a message answers true, or false with nothing changed: for a value
+ * that the library refuses, for a text with a zero octet in it, for an empty `message` or `part`,
+ * and when the library is out of memory. What makes a record gives an empty one then, `decode` and
+ * `encode` a status. Nothing is thrown but std::bad_alloc, by the std::string that carries a text
+ * to the library and the std::vector of an encoded PDU; it changes nothing either. Getters and
+ * ranges throw nothing.
  *
- * Lifetime
- *     Views, `part`s and iterators are good until what they point to is changed or deleted, or the
- *     message ends. A message is for one thread at a time while it is changed.
+ * @par Lifetime
+ * Views, `part`s and iterators are good until what they point to is changed or deleted, or the
+ * message ends. A message is for one thread at a time while it is changed.
  */
 #ifndef MMSLIB_MMSLIB_HPP
 #define MMSLIB_MMSLIB_HPP
@@ -56,13 +57,15 @@ struct generic_headers_only {
 
 } // namespace detail
 
-/** The elements of a C list as values: a forward range, empty where there is no list. It borrows:
- *  its iterators outlive it. `Accept` chooses the nodes that count. */
+/** The elements of a C list as values: a forward range and a view. It points to the list, and its
+ *  iterators outlive it. Accept chooses the nodes that count. */
 template <class Value, class Node, Value (*read)(const Node *), class Accept = detail::every_node>
-class list_range {
+class list_range : public std::ranges::view_base {
 public:
+    /** A forward iterator that gives values: `read` makes one of the node at each dereferencing. */
     class iterator {
     public:
+        /** As every forward iterator has it. @{ */
         using value_type = Value;
         using difference_type = std::ptrdiff_t;
         using iterator_concept = std::forward_iterator_tag;
@@ -84,6 +87,7 @@ public:
             return before;
         }
         bool operator==(const iterator &other) const noexcept { return left_ == other.left_; }
+        /** @} */
 
     private:
         void step() noexcept {
@@ -100,7 +104,9 @@ public:
         std::uint32_t left_ = 0; /* the list is a ring: its end is no node */
     };
 
+    /** An empty range. */
     list_range() = default;
+    /** The elements of that list, which may be null, or those behind the first. */
     explicit list_range(const slList *list, bool skip_first = false) noexcept {
         if (list != nullptr && list->nElement != 0) {
             first_ = static_cast<const Node *>(list->pLast)->pNext;
@@ -112,6 +118,7 @@ public:
         }
     }
 
+    /** As every range has it; `size` only where all nodes count. @{ */
     [[nodiscard]] iterator begin() const noexcept { return {first_, count_}; }
     [[nodiscard]] iterator end() const noexcept { return {}; }
     [[nodiscard]] bool empty() const noexcept { return begin() == end(); }
@@ -119,6 +126,7 @@ public:
     size() const noexcept requires std::same_as<Accept, detail::every_node> {
         return count_;
     }
+    /** @} */
 
 private:
     const Node *first_ = nullptr;
@@ -148,15 +156,16 @@ inline generic_header carried_generic(const MMS_Field *field) noexcept {
 
 } // namespace detail
 
-/** The addresses of a header, as `address`. */
+/** The addresses of a header in their order, as `address`. */
 using address_range = list_range<address, MMS_ListNode, detail::carried<address, MMS_Mailbox>>;
 /** The parameters of a content type in wire order, as `parameter`. */
 using parameter_range =
     list_range<parameter, MMS_ListNode, detail::carried<parameter, MMS_Parameter>>;
-/** The parts of a message or a multipart part, to be read or to be changed. */
+/** The parts of a message or a multipart part, to be read. */
 using part_view_range = list_range<part_view, MMS_ListNode, detail::carried_part<part_view>>;
+/** The parts of a message or a multipart part, to be changed. */
 using part_range = list_range<part, MMS_ListNode, detail::carried_part<part>>;
-/** The generic headers of a part, as `generic_header`. */
+/** The generic headers of a part in their order, as `generic_header`. */
 using generic_range =
     list_range<generic_header, MMS_Field, detail::carried_generic, detail::generic_headers_only>;
 
@@ -217,45 +226,36 @@ concept header_of = requires(const Carrier *carrier) {
 
 } // namespace detail
 
-/** The headers that messages and parts have, for their `get`, `set` and `erase`. */
+/** The headers that messages and parts have, for their `get`, `set` and `erase`: `get` gives an
+ *  optional value, empty where the header is absent, `set` takes a value. A header's name is that
+ *  on the wire, without X-Mms: `status` is X-Mms-Status. */
 namespace header {
 
 using detail::address_header;
 using detail::single;
 
-/* Of a message. `get` gives addresses as an `address_range`, all others as an optional value. */
+/** X-Mms-Mms-Version of a message, a `version`. */
 inline constexpr detail::version_header mms_version;
+
+/** A header of a message with a value of an enumeration; others are refused. @{ */
 inline constexpr single<mms::message_type, MMSLib_GetXMmsMessageType, MMSLib_SetXMmsMessageType,
                         MMSLib_DelXMmsMessageType>
     message_type;
-inline constexpr single<std::string_view, MMSLib_GetXMmsTransactionId, MMSLib_SetXMmsTransactionId,
-                        MMSLib_DelXMmsTransactionId>
-    transaction_id;
-inline constexpr single<encoded_text, MMSLib_GetSubject, MMSLib_SetSubject, MMSLib_DelSubject>
-    subject;
-inline constexpr single<std::chrono::sys_seconds, MMSLib_GetDate, MMSLib_SetDate, MMSLib_DelDate>
-    date;
-inline constexpr single<std::string_view, MMSLib_GetMessageId, MMSLib_SetMessageId,
-                        MMSLib_DelMessageId>
-    message_id;
-inline constexpr single<std::string_view, MMSLib_GetXMmsMessageClass, MMSLib_SetXMmsMessageClass,
-                        MMSLib_DelXMmsMessageClass>
-    message_class;
-inline constexpr single<std::uint32_t, MMSLib_GetXMmsMessageSize, MMSLib_SetXMmsMessageSize,
-                        MMSLib_DelXMmsMessageSize>
-    message_size;
-inline constexpr single<std::string_view, MMSLib_GetXMmsContentLocation,
-                        MMSLib_SetXMmsContentLocation, MMSLib_DelXMmsContentLocation>
-    content_location;
-inline constexpr single<special_time, MMSLib_GetXMmsExpiry, MMSLib_SetXMmsExpiry,
-                        MMSLib_DelXMmsExpiry>
-    expiry;
-inline constexpr single<special_time, MMSLib_GetXMmsDeliveryTime, MMSLib_SetXMmsDeliveryTime,
-                        MMSLib_DelXMmsDeliveryTime>
-    delivery_time;
 inline constexpr single<mms::priority, MMSLib_GetXMmsPriority, MMSLib_SetXMmsPriority,
                         MMSLib_DelXMmsPriority>
     priority;
+inline constexpr single<delivery_status, MMSLib_GetXMmsStatus, MMSLib_SetXMmsStatus,
+                        MMSLib_DelXMmsStatus>
+    status;
+inline constexpr single<mms::response_status, MMSLib_GetXMmsResponseStatus,
+                        MMSLib_SetXMmsResponseStatus, MMSLib_DelXMmsResponseStatus>
+    response_status;
+inline constexpr single<mms::retrieve_status, MMSLib_GetXMmsRetrieveStatus,
+                        MMSLib_SetXMmsRetrieveStatus, MMSLib_DelXMmsRetrieveStatus>
+    retrieve_status;
+inline constexpr single<mms::read_status, MMSLib_GetXMmsReadStatus, MMSLib_SetXMmsReadStatus,
+                        MMSLib_DelXMmsReadStatus>
+    read_status;
 inline constexpr single<yes_no, MMSLib_GetXMmsDeliveryReport, MMSLib_SetXMmsDeliveryReport,
                         MMSLib_DelXMmsDeliveryReport>
     delivery_report;
@@ -268,36 +268,72 @@ inline constexpr single<yes_no, MMSLib_GetXMmsDrmContent, MMSLib_SetXMmsDrmConte
 inline constexpr single<visibility, MMSLib_GetXMmsSenderVisibility, MMSLib_SetXMmsSenderVisibility,
                         MMSLib_DelXMmsSenderVisibility>
     sender_visibility;
-inline constexpr single<delivery_status, MMSLib_GetXMmsStatus, MMSLib_SetXMmsStatus,
-                        MMSLib_DelXMmsStatus>
-    status;
-inline constexpr single<mms::response_status, MMSLib_GetXMmsResponseStatus,
-                        MMSLib_SetXMmsResponseStatus, MMSLib_DelXMmsResponseStatus>
-    response_status;
+/** @} */
+
+/** A header of a message with a text; null is refused. @{ */
+inline constexpr single<std::string_view, MMSLib_GetXMmsTransactionId, MMSLib_SetXMmsTransactionId,
+                        MMSLib_DelXMmsTransactionId>
+    transaction_id;
+inline constexpr single<std::string_view, MMSLib_GetMessageId, MMSLib_SetMessageId,
+                        MMSLib_DelMessageId>
+    message_id;
+inline constexpr single<std::string_view, MMSLib_GetXMmsMessageClass, MMSLib_SetXMmsMessageClass,
+                        MMSLib_DelXMmsMessageClass>
+    message_class;
+inline constexpr single<std::string_view, MMSLib_GetXMmsContentLocation,
+                        MMSLib_SetXMmsContentLocation, MMSLib_DelXMmsContentLocation>
+    content_location;
+/** @} */
+
+/** A header of a message with an `encoded_text`. @{ */
+inline constexpr single<encoded_text, MMSLib_GetSubject, MMSLib_SetSubject, MMSLib_DelSubject>
+    subject;
 inline constexpr single<encoded_text, MMSLib_GetXMmsResponseText, MMSLib_SetXMmsResponseText,
                         MMSLib_DelXMmsResponseText>
     response_text;
-inline constexpr single<mms::retrieve_status, MMSLib_GetXMmsRetrieveStatus,
-                        MMSLib_SetXMmsRetrieveStatus, MMSLib_DelXMmsRetrieveStatus>
-    retrieve_status;
-inline constexpr single<mms::read_status, MMSLib_GetXMmsReadStatus, MMSLib_SetXMmsReadStatus,
-                        MMSLib_DelXMmsReadStatus>
-    read_status;
+/** @} */
+
+/** Date of a message. Seconds below 0 and from 2^32 on are refused. */
+inline constexpr single<std::chrono::sys_seconds, MMSLib_GetDate, MMSLib_SetDate, MMSLib_DelDate>
+    date;
+
+/** X-Mms-Message-Size of a message, in octets. */
+inline constexpr single<std::uint32_t, MMSLib_GetXMmsMessageSize, MMSLib_SetXMmsMessageSize,
+                        MMSLib_DelXMmsMessageSize>
+    message_size;
+
+/** A header of a message with a `special_time`. @{ */
+inline constexpr single<special_time, MMSLib_GetXMmsExpiry, MMSLib_SetXMmsExpiry,
+                        MMSLib_DelXMmsExpiry>
+    expiry;
+inline constexpr single<special_time, MMSLib_GetXMmsDeliveryTime, MMSLib_SetXMmsDeliveryTime,
+                        MMSLib_DelXMmsDeliveryTime>
+    delivery_time;
+/** @} */
+
+/** A header of a message with addresses: `get` gives an `address_range`, empty where the header is
+ *  absent, `set` takes a list with at least one `address`, `add` appends one. @{ */
 inline constexpr address_header<MMSLib_GetTo, MMSLib_SetTo, MMSLib_DelTo> to;
 inline constexpr address_header<MMSLib_GetCc, MMSLib_SetCc, MMSLib_DelCc> cc;
 inline constexpr address_header<MMSLib_GetBcc, MMSLib_SetBcc, MMSLib_DelBcc> bcc;
 inline constexpr address_header<MMSLib_GetFrom, MMSLib_SetFrom, MMSLib_DelFrom> from;
+/** @} */
 
-/* Of a part; `part_location` is Content-Location, `content_location` above X-Mms-Content-Location.
- */
+/** Content-Id of a part, with its angle brackets; null is refused. */
 inline constexpr single<std::string_view, MMS_GetContentId, MMS_SetContentId, MMS_DelContentId>
     content_id;
+
+/** Content-Location of a part, another header than `content_location`; null is refused. */
 inline constexpr single<std::string_view, MMS_GetContentLocation, MMS_SetContentLocation,
                         MMS_DelContentLocation>
     part_location;
+
+/** Content-Duration of a part. Seconds below 0 and from 2^32 on are refused. */
 inline constexpr single<std::chrono::seconds, MMS_GetContentDuration, MMS_SetContentDuration,
                         MMS_DelContentDuration>
     content_duration;
+
+/** Content-Disposition of a part: a `disposition`. */
 inline constexpr single<disposition, MMS_GetContentDisposition, MMS_SetContentDisposition,
                         MMS_DelContentDisposition>
     content_disposition;
@@ -312,9 +348,12 @@ inline constexpr single<disposition, MMS_GetContentDisposition, MMS_SetContentDi
  *  one has no headers, no content and no parts. */
 class part_view {
 public:
+    /** An empty one. */
     part_view() = default;
+    /** The part of that record, which stays its owner's; null gives an empty one. */
     explicit part_view(const MMS_Entity *entity) noexcept : entity_(entity) {}
 
+    /** Whether it is not empty. */
     explicit operator bool() const noexcept { return entity_ != nullptr; }
     /** The C record, owned by the message; null for an empty part. */
     [[nodiscard]] const MMS_Entity *get() const noexcept { return entity_; }
@@ -325,16 +364,17 @@ public:
         return entity_ != nullptr ? Header::get(entity_) : std::nullopt;
     }
 
-    /** The content type in two pieces: its type/subtype, and its parameters. */
+    /** The type/subtype of the content type; nothing where there is no content type. */
     [[nodiscard]] std::optional<std::string_view> media_type() const noexcept {
         const MMS_ContentType *const type = content_type();
         return type != nullptr ? std::optional(detail::view_of(type->pMediaType)) : std::nullopt;
     }
+    /** The parameters of the content type, none where there is no content type. */
     [[nodiscard]] parameter_range parameters() const noexcept {
         const MMS_ContentType *const type = content_type();
         return parameter_range(type != nullptr ? type->pParameters : nullptr);
     }
-    /** The parameter of that name, ignoring case. */
+    /** The first parameter of that name, ignoring case, or nothing. */
     [[nodiscard]] std::optional<mms::parameter> parameter(const char *name) const noexcept {
         const MMS_ContentType *const type = content_type();
         const MMS_Parameter *const found =
@@ -348,21 +388,25 @@ public:
                    ? std::span<const std::uint8_t>(entity_->pContent, MMS_GetContentLength(entity_))
                    : std::span<const std::uint8_t>();
     }
+    /** The parts of a multipart, none for any other. */
     [[nodiscard]] part_view_range parts() const noexcept {
         return part_view_range(nested_entities());
     }
 
+    /** The headers that have no field of their own. */
     [[nodiscard]] generic_range generic_headers() const noexcept {
         return generic_range(entity_ != nullptr ? entity_->pFieldList : nullptr);
     }
-    /** The value of the first generic header of that name, ignoring case. */
+    /** The value of the first generic header of that name, ignoring case, or nothing. */
     [[nodiscard]] std::optional<std::string_view> generic(const char *name) const noexcept {
         const char *const text =
             entity_ != nullptr ? MMSLib_GetGenericTextField(entity_, name) : nullptr;
         return text != nullptr ? std::optional<std::string_view>(text) : std::nullopt;
     }
 
-protected:
+private:
+    friend class part;
+
     [[nodiscard]] MMS_ContentType *content_type() const noexcept {
         return entity_ != nullptr ? MMS_GetContentType(entity_) : nullptr;
     }
@@ -372,17 +416,20 @@ protected:
         return container != nullptr ? container->pEntityList : nullptr;
     }
 
-private:
     const MMS_Entity *entity_ = nullptr;
 };
 
-/** A part of a message, to be changed: false with nothing changed, as said at the top. */
+/** A part of a message, to be changed. What changes it answers true, or false with nothing changed
+ *  (see mmslib.hpp). */
 class part : public part_view {
 public:
+    /** An empty one. */
     part() = default;
+    /** The part of that record, which stays its owner's; null gives an empty one. */
     explicit part(MMS_Entity *entity) noexcept : part_view(entity), entity_(entity) {}
 
     using part_view::get;
+    /** The C record, owned by the message; null for an empty part. */
     [[nodiscard]] MMS_Entity *get() const noexcept { return entity_; }
 
     /** Stores a value in place of the old one: `part.set(mms::header::content_id, "<smil>")`. */
@@ -407,12 +454,13 @@ public:
         MMS_ContentType *const type = content_type();
         return type != nullptr && detail::append(type, parameter);
     }
+    /** Deletes the content type with its parameters; false also when there is none. */
     bool erase_content_type() const noexcept {
         return entity_ != nullptr && MMS_DelContentType(entity_) != 0;
     }
 
     /** Stores a copy of the octets as the body; with none the part has no body. 4 GiB and more are
-     *  refused. */
+     *  refused. @{ */
     [[nodiscard]] bool set_content(std::span<const std::uint8_t> octets) const {
         return entity_ != nullptr && std::in_range<std::uint32_t>(octets.size()) &&
                MMS_SetContent(entity_, octets.data(), static_cast<std::uint32_t>(octets.size()),
@@ -422,7 +470,9 @@ public:
         return set_content(
             std::span(reinterpret_cast<const std::uint8_t *>(text.data()), text.size()));
     }
+    /** @} */
 
+    /** The parts of a multipart, none for any other. */
     [[nodiscard]] part_range parts() const noexcept { return part_range(nested_entities()); }
     /** Appends a part to this one, which becomes a multipart by it; not for the root of a message.
      *  Gives the new part, or an empty one. */
@@ -458,12 +508,16 @@ private:
 /* Messages                                                                                    */
 /* ------------------------------------------------------------------------------------------- */
 
-enum class validation : std::uint8_t { none, mandatory_headers };
+/** What encoding checks before it begins. */
+enum class validation : std::uint8_t {
+    none,              /**< nothing: headers may be missing */
+    mandatory_headers, /**< that the message has the mandatory headers of its type */
+};
 
 /** What encoding gives: the PDU, empty unless the status is `ok`. */
 struct encoded {
-    std::vector<std::uint8_t> pdu;
-    mms::status status = status::refused;
+    std::vector<std::uint8_t> pdu;        /**< the octets */
+    mms::status status = status::refused; /**< why it is empty, or `ok` */
 };
 
 /**
@@ -475,12 +529,13 @@ struct encoded {
  */
 class message {
 public:
+    /** An empty one. */
     message() = default;
     /** Takes over the record, which may be null. */
     explicit message(MMSLib_Message *record) noexcept : record_(record) {}
 
     /** A message with its type, its version and nothing else; empty without memory or for a refused
-     *  version. */
+     *  type or version. */
     [[nodiscard]] static message create(message_type type, version version = {1, 2}) {
         message made(MMSLib_Message_Create());
         return made.container() != nullptr &&
@@ -492,22 +547,25 @@ public:
                    : message();
     }
 
+    /** Whether it is not empty. */
     explicit operator bool() const noexcept { return record_ != nullptr; }
     /** The C record, still owned by the message; null for an empty one. Of a decoded message, its
-     *  `pPdu` is the caller's PDU, which need not exist any more. */
+     *  `pPdu` is the caller's PDU, which need not exist any more. @{ */
     [[nodiscard]] MMSLib_Message *get() noexcept { return record_.get(); }
     [[nodiscard]] const MMSLib_Message *get() const noexcept { return record_.get(); }
+    /** @} */
     /** Gives up the record, which the caller releases with `MMSLib_Message_Destroy`. */
     [[nodiscard]] MMSLib_Message *release() noexcept { return record_.release(); }
 
     /** The header's value: `message.get(mms::header::subject)`. What it gives points into the
-     *  message, so a message that ends with the expression has no `get`, `root` and `parts`. */
+     *  message, so a message that ends with the expression has no `get`, `root` and `parts`. @{ */
     template <detail::header_of<MMS_Container> Header>
     [[nodiscard]] auto get(Header /*header*/) const &noexcept {
         return record_ ? Header::get(container()) : decltype(Header::get(container())){};
     }
     template <class Header>
     void get(Header /*header*/) const && = delete;
+    /** @} */
 
     /** Stores a value in place of the old one: `message.set(mms::header::priority,
      *  mms::priority::high)`, or, for addresses, `message.set(mms::header::to, {{"a@example.net"},
@@ -529,17 +587,19 @@ public:
     }
 
     /** Where the message's own headers are stored, its content type among them, and the body of a
-     *  message that is not multipart. */
+     *  message that is not multipart; empty for an empty message. @{ */
     [[nodiscard]] part root() &noexcept { return part(first_entity()); }
     [[nodiscard]] part_view root() const &noexcept { return part_view(first_entity()); }
     void root() const && = delete;
+    /** @} */
 
-    /** The parts of a multipart message. */
+    /** The parts of a multipart message, none for any other. @{ */
     [[nodiscard]] part_range parts() &noexcept { return part_range(entities(), true); }
     [[nodiscard]] part_view_range parts() const &noexcept {
         return part_view_range(entities(), true);
     }
     void parts() const && = delete;
+    /** @} */
     /** Appends a part, whose content type `root` has to match by a multipart type of its own. Gives
      *  the new part, or an empty one. */
     [[nodiscard]] part add_part(std::string_view media_type,
@@ -551,19 +611,17 @@ public:
 
     /** Encodes the message, by default if it has the mandatory headers of its type (see
      *  `EncodeMmsHeaders`). The status is `missing`, `wrong_form`, `out_of_range` or `no_room` as
-     * the library gives it, and `refused` for an empty message. */
+     *  the library gives it, and `refused` for an empty message. */
     [[nodiscard]] encoded encode(validation checks = validation::mandatory_headers) const {
-        const std::uint8_t validate = checks == validation::none ? 0 : 1;
-        std::uint32_t size = 0;
-        std::uint32_t outcome =
-            record_ ? MMS_Encoder_GetEncodedMessageSize(get(), &size, validate) : 0;
         encoded result;
-        if (outcome == MMS_STATUS_OK) {
-            result.pdu.resize(size);
-            outcome = MMS_Encoder_Encode(get(), result.pdu.data(), size, &size, validate);
-            result.pdu.resize(outcome == MMS_STATUS_OK ? size : 0);
+        if (record_) {
+            std::uint8_t *octets = nullptr;
+            std::uint32_t size = 0;
+            result.status = static_cast<mms::status>(MMSLib_EncodeMessage(
+                get(), &octets, &size, checks == validation::mandatory_headers ? 1 : 0));
+            const detail::owned_octets pdu(octets);
+            result.pdu.assign(octets, octets + size);
         }
-        result.status = static_cast<mms::status>(outcome);
         return result;
     }
 
@@ -583,8 +641,8 @@ private:
 
 /** What decoding gives: the message as far as it was understood, empty when nothing was. */
 struct decoded {
-    mms::message message;
-    mms::status status = status::refused;
+    mms::message message;                 /**< owns what was decoded */
+    mms::status status = status::refused; /**< whether that is all */
 };
 
 /** Decodes a PDU, any octets at all; the message does not need them afterwards. The status is `ok`
@@ -603,10 +661,11 @@ struct decoded {
 } // namespace api
 } // namespace mms
 
+/* The reference has no place for a template of the standard library. */
+/** @cond */
 template <class Value, class Node, Value (*read)(const Node *), class Accept>
 inline constexpr bool
     std::ranges::enable_borrowed_range<mms::list_range<Value, Node, read, Accept>> = true;
-template <class Value, class Node, Value (*read)(const Node *), class Accept>
-inline constexpr bool std::ranges::enable_view<mms::list_range<Value, Node, read, Accept>> = true;
+/** @endcond */
 
 #endif

@@ -37,8 +37,8 @@ MMSLIB_BEGIN_DECLS
  * |                           | small, or memory ran out                                          |
  * | `MMS_STATUS_WRONG_FORM`   | the octets are not of the value's form, or the value cannot take  |
  * |                           | it                                                                |
- * | `MMS_STATUS_OUT_OF_RANGE` | the form is right and the value is not; in size-only runs also a  |
- * |                           | size above 32 bits                                                |
+ * | `MMS_STATUS_OUT_OF_RANGE` | the form is right and the value is not; of an encoder also a size |
+ * |                           | above 32 bits                                                     |
  *
  * as far as its form allows. Other statuses are named where they occur. The short names used below
  * leave out MMS_STATUS_.

@@ -1,6 +1,6 @@
 /**
  * @file
- * The encoder's passes and steps, for callers that encode into their own buffers or by pieces.
+ * The encoder and its steps, for callers that encode into their own buffers or by pieces.
  */
 #ifndef MMSLIB_ENCODER_ENCODER_H
 #define MMSLIB_ENCODER_ENCODER_H
@@ -66,15 +66,15 @@ MMSLIB_API uint32_t Encode(const MMSLib_Message *pMessage, uint8_t *pBuffer, uin
  * With validate non-zero a mandatory header of the message type that no entity has is
  * MMS_STATUS_MISSING, and nothing is written:
  *
- * | message type       | mandatory headers |
- * |--------------------|---------------------------------------------------------------------------|
- * | none               | always missing | | m-send-req         | X-Mms-Mms-Version,
- * X-Mms-Transaction-Id, Content-Type, one of To, Cc, Bcc | | m-notifyresp-ind   |
- * X-Mms-Mms-Version, X-Mms-Transaction-Id, X-Mms-Status                     | | m-delivery-ind |
- * X-Mms-Mms-Version, Message-Id, To, Date, X-Mms-Status                     | | m-read-rec-ind |
- * X-Mms-Mms-Version, Message-Id, To, X-Mms-Read-Status                      | | m-read-orig-ind |
- * the same with Date and From                                               | | any other |
- * X-Mms-Mms-Version, X-Mms-Transaction-Id                                   |
+ * | message type     | mandatory headers                                                      |
+ * |------------------|------------------------------------------------------------------------|
+ * | none             | always missing                                                         |
+ * | m-send-req       | X-Mms-Mms-Version, X-Mms-Transaction-Id, Content-Type, To or Cc or Bcc |
+ * | m-notifyresp-ind | X-Mms-Mms-Version, X-Mms-Transaction-Id, X-Mms-Status                  |
+ * | m-delivery-ind   | X-Mms-Mms-Version, Message-Id, To, Date, X-Mms-Status                  |
+ * | m-read-rec-ind   | X-Mms-Mms-Version, Message-Id, To, X-Mms-Read-Status                   |
+ * | m-read-orig-ind  | the same with Date and From                                            |
+ * | any other        | X-Mms-Mms-Version, X-Mms-Transaction-Id                                |
  */
 MMSLIB_API uint32_t EncodeMmsHeaders(const MMSLib_Message *pMessage, uint8_t *pCursor,
                                      uint32_t remaining, uint8_t sizeOnly, uint32_t *pWritten,

@@ -23,9 +23,13 @@ bool fails() { return left >= 0 && left-- == 0; }
 extern "C" {
 void *__real_malloc(size_t size);
 void *__real_calloc(size_t count, size_t size);
+void *__real_realloc(void *block, size_t size);
 void *__wrap_malloc(size_t size) { return fails() ? nullptr : __real_malloc(size); }
 void *__wrap_calloc(size_t count, size_t size) {
     return fails() ? nullptr : __real_calloc(count, size);
+}
+void *__wrap_realloc(void *block, size_t size) {
+    return fails() ? nullptr : __real_realloc(block, size);
 }
 }
 
@@ -369,7 +373,8 @@ TEST(CxxLayer, FailingAllocations) {
     for (const std::function<bool()> &operation : operations) {
         SCOPED_TRACE(&operation - operations);
         bool failed = true;
-        for (long n = 0; failed; ++n) {
+        long n = 0;
+        for (; failed; ++n) {
             const Octets before = pdu_of(message);
             left = n;
             const bool done = operation();
@@ -380,6 +385,7 @@ TEST(CxxLayer, FailingAllocations) {
                 EXPECT_EQ(before, pdu_of(message)) << n;
             }
         }
+        EXPECT_LT(1, n) << "no allocation was seen";
     }
 }
 

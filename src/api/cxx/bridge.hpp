@@ -30,6 +30,7 @@ template <class Record, auto release>
 using owner = std::unique_ptr<Record, releaser<release>>;
 
 using owned_text = owner<char, std::free>;
+using owned_octets = owner<std::uint8_t, std::free>;
 using owned_encoded_string = owner<MMS_EncodedString, MMS_DestroyEncodedString>;
 using owned_mailbox = owner<MMS_Mailbox, MMS_DestroyMailbox>;
 using owned_group = owner<MMS_Group, MMS_Group_Destroy>;
