@@ -1,5 +1,5 @@
 // mmslib.hpp: values through setters, PDUs and getters; what is refused; who owns what. The linker
-// sends the library's allocations through the functions below, to let them fail.
+// sends the library's allocations through failing_memory.cpp, to let them fail.
 #include "mmslib.hpp"
 
 #include <algorithm>
@@ -11,27 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-// How many more allocations succeed; negative: all.
-long left = -1;
-
-bool fails() { return left >= 0 && left-- == 0; }
-
-} // namespace
-
-extern "C" {
-void *__real_malloc(size_t size);
-void *__real_calloc(size_t count, size_t size);
-void *__real_realloc(void *block, size_t size);
-void *__wrap_malloc(size_t size) { return fails() ? nullptr : __real_malloc(size); }
-void *__wrap_calloc(size_t count, size_t size) {
-    return fails() ? nullptr : __real_calloc(count, size);
-}
-void *__wrap_realloc(void *block, size_t size) {
-    return fails() ? nullptr : __real_realloc(block, size);
-}
-}
+#include "support/failing_memory.hpp"
 
 namespace {
 
@@ -376,11 +356,12 @@ TEST(CxxLayer, FailingAllocations) {
         long n = 0;
         for (; failed; ++n) {
             const Octets before = pdu_of(message);
-            left = n;
-            const bool done = operation();
-            failed = left < 0;
-            left = -1;
-            EXPECT_EQ(failed, !done) << n;
+            {
+                const test::FailingAllocation nth(n);
+                const bool done = operation();
+                failed = test::FailingAllocation::happened();
+                EXPECT_EQ(failed, !done) << n;
+            }
             if (failed) {
                 EXPECT_EQ(before, pdu_of(message)) << n;
             }

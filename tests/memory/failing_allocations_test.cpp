@@ -1,5 +1,5 @@
 // Lets the n-th allocation fail, for every n until all succeed. The linker sends the library's
-// allocations through the functions below.
+// allocations through failing_memory.cpp.
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
@@ -10,28 +10,7 @@
 
 #include "decoder/render.hpp"
 #include "encoder/messages.hpp"
-
-namespace {
-
-// How many more allocations succeed; negative: all.
-long left = -1;
-
-bool fails() { return left >= 0 && left-- == 0; }
-
-} // namespace
-
-extern "C" {
-void *__real_malloc(size_t size);
-void *__real_calloc(size_t count, size_t size);
-void *__real_realloc(void *block, size_t size);
-void *__wrap_malloc(size_t size) { return fails() ? nullptr : __real_malloc(size); }
-void *__wrap_calloc(size_t count, size_t size) {
-    return fails() ? nullptr : __real_calloc(count, size);
-}
-void *__wrap_realloc(void *block, size_t size) {
-    return fails() ? nullptr : __real_realloc(block, size);
-}
-}
+#include "support/failing_memory.hpp"
 
 namespace {
 
@@ -44,10 +23,11 @@ void fail_each_allocation(const std::function<void(bool failed)> &check,
     bool failed = true;
     for (long n = 0; failed; ++n) {
         SCOPED_TRACE(n);
-        left = n;
-        run();
-        failed = left < 0;
-        left = -1;
+        {
+            const FailingAllocation nth(n);
+            run();
+            failed = FailingAllocation::happened();
+        }
         check(failed);
         ASSERT_LT(n, 100000);
     }
