@@ -48,8 +48,9 @@ MMSLIB_API uint32_t MMSLib_DecodeMessage(const uint8_t *pPdu, uint32_t length,
                                          MMSLib_Message **ppMessage);
 
 /**
- * Encodes a message (not null) into a new block of exactly the PDU's length. `validate` non-zero
- * checks the mandatory headers of the message type first (see `EncodeMmsHeaders`).
+ * Encodes a message (not null) into a new block of the PDU's length, or up to a quarter more where
+ * cutting a large block would cost time. `validate` non-zero checks the mandatory headers of the
+ * message type first (see `EncodeMmsHeaders`).
  *
  * On success *ppPdu is the block, which the caller releases with `free`, and *pLength its octets;
  * otherwise both are left as they were.

@@ -1,14 +1,16 @@
 #include "api/api.h"
 #include "encoder/steps.hpp"
 
+#include <algorithm>
+
 namespace {
 
-// What the PDU takes at most if headers are few.
+// How large a block to begin with: the contents and what the headers of most parts take.
 size_t expected_size(const MMSLib_Message &message) {
-    constexpr size_t headers_of_a_part = 256;
     size_t size = 0;
     for (const MMS_Entity *entity : mms::Entities(message.pContainer->pEntityList)) {
-        size += headers_of_a_part + MMS_GetContentLength(entity);
+        const size_t length = MMS_GetContentLength(entity);
+        size += length + 64 + std::min<size_t>(length, 192);
     }
     return size;
 }

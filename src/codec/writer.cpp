@@ -1,6 +1,7 @@
 #include "codec/writer.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace mms {
 
@@ -20,8 +21,11 @@ uint8_t *GrowingBlock::grow(const uint8_t *written, uint32_t count, size_t neede
     return grown;
 }
 
-OwnedOctets GrowingBlock::take(const uint8_t *written, uint32_t count) {
+OwnedOctets GrowingBlock::take(const uint8_t *written, uint32_t count, uint32_t room) {
     const bool first = octets_ == nullptr;
+    if (!first && room - count <= count / 4) {
+        return std::move(octets_);
+    }
     auto *exact = static_cast<uint8_t *>(std::realloc(octets_.get(), count != 0 ? count : 1));
     if (exact != nullptr) {
         static_cast<void>(octets_.release());

@@ -20,9 +20,10 @@ public:
     // now and how much room there is, or null without memory.
     uint8_t *grow(const uint8_t *written, uint32_t count, size_t needed, uint32_t &room);
 
-    // What was written, in a block of exactly that size (of one octet if there is none), or null
-    // without memory.
-    OwnedOctets take(const uint8_t *written, uint32_t count);
+    // What was written, in a block of that size (of one octet if there is none), or null without
+    // memory. A block that is not much larger stays as it is: malloc maps large ones on their own,
+    // and keeps one that is freed for the next only if that asks for no more.
+    OwnedOctets take(const uint8_t *written, uint32_t count, uint32_t room);
 
 private:
     OwnedOctets octets_;
@@ -121,7 +122,7 @@ public:
     };
 
     // What a Writer into a block has written, as `GrowingBlock::take` gives it.
-    OwnedOctets take() { return block_->take(base_, count_); }
+    OwnedOctets take() { return block_->take(base_, count_, limit_); }
 
 private:
     // Where the octet of that position is; null when nothing is written.
