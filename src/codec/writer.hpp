@@ -141,17 +141,4 @@ private:
     bool short_ = false;
 };
 
-// The outcome of sizing something: its octets, or 0 and why it cannot be written.
-struct Size {
-    MMS_Status status;
-    uint32_t octets;
-};
-
-template <typename Write>
-Size size_of(Write write) {
-    Writer sizing;
-    write(sizing);
-    return {sizing.status(), sizing.count()};
-}
-
 } // namespace mms

@@ -45,6 +45,12 @@ private:
 void write_parts(Writer &out, const MMS_Container &container, bool skip_first,
                  NestedLengths *lengths);
 
+// The octets of a nested body, or 0 and why it cannot be written.
+struct Size {
+    MMS_Status status;
+    uint32_t octets;
+};
+
 // Sizes a nested body, recording its length and those inside it when there is where to.
 Size size_nested(const MMS_Container &parts, NestedLengths *lengths) {
     size_t place = 0;
