@@ -5,35 +5,34 @@
 
 namespace mms {
 
+// Makes the block that size; the first one takes in what was written elsewhere.
+uint8_t *GrowingBlock::resize(const uint8_t *written, uint32_t count, size_t size) {
+    const bool first = octets_ == nullptr;
+    auto *resized = static_cast<uint8_t *>(std::realloc(octets_.get(), size));
+    if (resized != nullptr) {
+        static_cast<void>(octets_.release());
+        octets_.reset(resized);
+        if (first) {
+            std::memcpy(resized, written, count);
+        }
+    }
+    return resized;
+}
+
 uint8_t *GrowingBlock::grow(const uint8_t *written, uint32_t count, size_t needed, uint32_t &room) {
     const size_t wanted = std::max({needed, first_size_, size_t{room} * 2});
     const size_t size = std::min<size_t>(wanted, UINT32_MAX);
-    const bool first = octets_ == nullptr;
-    auto *grown = static_cast<uint8_t *>(std::realloc(octets_.get(), size));
+    uint8_t *grown = resize(written, count, size);
     if (grown != nullptr) {
-        static_cast<void>(octets_.release());
-        octets_.reset(grown);
         room = static_cast<uint32_t>(size);
-        if (first) {
-            std::memcpy(grown, written, count);
-        }
     }
     return grown;
 }
 
 OwnedOctets GrowingBlock::take(const uint8_t *written, uint32_t count, uint32_t room) {
-    const bool first = octets_ == nullptr;
-    if (!first && room - count <= count / 4) {
-        return std::move(octets_);
-    }
-    auto *exact = static_cast<uint8_t *>(std::realloc(octets_.get(), count != 0 ? count : 1));
-    if (exact != nullptr) {
-        static_cast<void>(octets_.release());
-        if (first) {
-            std::memcpy(exact, written, count);
-        }
-    }
-    return OwnedOctets(exact);
+    const bool fits = octets_ != nullptr && room - count <= count / 4;
+    const bool taken = fits || resize(written, count, count != 0 ? count : 1) != nullptr;
+    return taken ? std::move(octets_) : nullptr;
 }
 
 // The space does not do: what is to be done about it; false after a failure.

@@ -26,6 +26,8 @@ public:
     OwnedOctets take(const uint8_t *written, uint32_t count, uint32_t room);
 
 private:
+    uint8_t *resize(const uint8_t *written, uint32_t count, size_t size);
+
     OwnedOctets octets_;
     size_t first_size_;
 };

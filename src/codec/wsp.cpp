@@ -259,7 +259,7 @@ void write_text(Writer &out, std::span<const TextView> pieces) {
     if (place == nullptr) {
         return;
     }
-    *place = text_quote;
+    *place = text_quote; // stays only where it is needed
     place += quote;
     for (const TextView &piece : pieces) {
         std::memcpy(place, piece.data, piece.size);
